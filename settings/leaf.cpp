@@ -1,0 +1,72 @@
+#include "settings/leaf.h"
+
+#include "platform/user_config.h"
+#include "platform/user_status.h"
+#include "text/quoting.h"
+
+namespace {
+
+/// Splits a template at its conversion ("%s", "%d" or "%f") and puts together what stands before, the value as
+/// `appendValue` writes it, and what stands after. Not a printf: the value can never bring a conversion of its own.
+template <typename AppendValue>
+Document fill(const char* leaf, AppendValue appendValue) {
+    Document document;
+    const char* conversion = std::strchr(leaf, '%');
+    if (conversion == nullptr) {
+        document.append(leaf);
+        return document;
+    }
+    document.append(leaf, static_cast<std::size_t>(conversion - leaf));
+    appendValue(document);
+    document.append(conversion + 2);
+    return document;
+}
+
+template <typename Value>
+std::optional<Value> query(int (*ask)(const char*, Value*), const Document& document) {
+    Value value{};
+    if (ask(document.c_str(), &value) == 0) return std::nullopt;
+    return value;
+}
+
+OwnedText queryText(int (*ask)(const char*, char**), const char* leaf) {
+    char* text = nullptr;
+    if (ask(fillText(leaf, "").c_str(), &text) == 0) return nullptr;
+    return OwnedText(text);
+}
+
+}  // namespace
+
+Document fillBoolean(const char* leaf, bool value) {
+    return fill(leaf, [value](Document& document) { document.append(value ? "true" : "false"); });
+}
+
+Document fillInteger(const char* leaf, int value) {
+    return fill(leaf, [value](Document& document) { document.appendFormat("%d", value); });
+}
+
+Document fillText(const char* leaf, const char* value) {
+    return fill(leaf, [value](Document& document) { appendJsonEscaped(document, value); });
+}
+
+std::optional<int> readBoolean(const char* leaf) {
+    return query<int>(user_config_query_boolean, fillBoolean(leaf, false));
+}
+
+std::optional<int> readInteger(const char* leaf) { return query<int>(user_config_query_int, fillInteger(leaf, 0)); }
+
+OwnedText readText(const char* leaf) { return queryText(user_config_query_string, leaf); }
+
+std::optional<int> readStatusBoolean(const char* leaf) {
+    return query<int>(user_status_query_boolean, fillBoolean(leaf, false));
+}
+
+std::optional<int> readStatusInteger(const char* leaf) {
+    return query<int>(user_status_query_int, fillInteger(leaf, 0));
+}
+
+std::optional<double> readStatusDouble(const char* leaf) {
+    return query<double>(user_status_query_double, fillInteger(leaf, 0));
+}
+
+OwnedText readStatusText(const char* leaf) { return queryText(user_status_query_string, leaf); }

@@ -1,0 +1,27 @@
+/// The write path of a stored setting: write, and either announce or leave the confirmation to the caller.
+#pragma once
+
+#include "settings/command.h"
+#include "settings/leaf.h"
+#include "settings/log.h"
+
+/// Publishes `document` as the change event of its branch ("audioUserConfigChanged" for {"audio":...}). A failure goes
+/// to standard error as `failureText`, or where that is null as "publishEvent(<event> SYSTEM_CMD_REQ_DEFAULT!)".
+void publishChange(const Document& document, const char* failureText = nullptr);
+
+/// Reports a refused write as perror("user_config_update") instead of in the log.
+void perrorWriteFailure();
+
+/// Where a row departs from the rule on its way through the write path.
+struct WriteRules {
+    void (*reportWriteFailure)() = logWriteFailure;
+    const char* publishFailureText = nullptr;  ///< null: the branch's own
+};
+
+/// Writes `document`. The store raises no event for a value that it holds already, so an `unchanged` value is
+/// announced here when broadcast is on; a changed one is announced by the store.
+/// Returns true when the caller is to confirm: the write succeeded and broadcast is off.
+bool writeSetting(const Command& command, const Document& document, bool unchanged, const WriteRules& rules = {});
+
+/// Writes `document` alone: true when the store took it; a document that was cut is never sent.
+bool updateSettings(const Document& document);
