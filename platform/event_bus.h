@@ -11,28 +11,28 @@ extern "C" {
 typedef struct eventbus eventbus;
 
 /// Called with the `user_data` of the subscription and the payload, which lives until the callback returns.
-typedef void (*eventbus_callback)(void *user_data, const char *payload);
+typedef void (*eventbus_callback)(void* user_data, const char* payload);
 
 /// Opens a connection for receiving. Returns NULL with errno set on failure. The handle belongs to the thread that
 /// opened it and must not be carried across a fork.
-eventbus *eventbus_open(void);
+eventbus* eventbus_open(void);
 
 /// Asks for an event without waiting for the bus; returns 0 on success, non-zero with errno set. A refusal that comes
 /// back later makes eventbus_on_data_available() fail.
-int eventbus_subscribe(eventbus *bus, const char *event, eventbus_callback callback, void *user_data);
+int eventbus_subscribe(eventbus* bus, const char* event, eventbus_callback callback, void* user_data);
 
 /// Descriptor to wait on for input.
-int eventbus_fileno(eventbus *bus);
+int eventbus_fileno(eventbus* bus);
 
 /// Runs the callbacks of all that has arrived, on the calling thread. Returns 0 on success; non-zero with errno set
 /// when the bus is gone.
-int eventbus_on_data_available(eventbus *bus);
+int eventbus_on_data_available(eventbus* bus);
 
 /// Closes the connection and releases the handle. NULL is allowed.
-void eventbus_close(eventbus *bus);
+void eventbus_close(eventbus* bus);
 
 /// Publishes from any thread; returns 0 when the bus has taken the event, non-zero with errno set, in bounded time.
-int eventbus_publish(const char *event, const char *payload);
+int eventbus_publish(const char* event, const char* payload);
 
 #ifdef __cplusplus
 }

@@ -8,7 +8,7 @@ extern "C" {
 
 /// Puts a copy of the text stored under `key` into `*text`, which the caller frees with free(); NULL when there is
 /// none. Returns 0 when a text was found.
-int factory_read_data(const char *key, char **text);
+int factory_read_data(const char* key, char** text);
 
 #ifdef __cplusplus
 }

@@ -14,10 +14,10 @@ enum { LOG_LEVEL_ERROR = 5, LOG_LEVEL_TRACE = 8 };
 
 /// For each category the highest level that is written now; 0 writes nothing. The device changes it while programs
 /// run, so it is read before every line and never kept.
-extern const volatile int *__logLevels;
+extern const volatile int* __logLevels;
 
 /// Writes one line. `format` is a printf format. From any thread.
-void __printLog(int level, const char *format, ...) __attribute__((format(printf, 2, 3)));
+void __printLog(int level, const char* format, ...) __attribute__((format(printf, 2, 3)));
 
 #ifdef __cplusplus
 }

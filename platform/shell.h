@@ -7,7 +7,7 @@ extern "C" {
 #endif
 
 /// Runs `command` and waits for its end. Returns its exit status (0 is success), or -1 when it could not be run.
-int lsystem(const char *command);
+int lsystem(const char* command);
 
 #ifdef __cplusplus
 }

@@ -17,16 +17,16 @@ extern "C" {
 
 /// Each returns non-zero on success; on failure (no such leaf, another type, store out of reach) it returns 0 and
 /// leaves `*value` as it was. A boolean is stored as 1 or 0. A text is a copy that the caller frees with free().
-int user_config_query_boolean(const char *query, int *value);
-int user_config_query_int(const char *query, int *value);
-int user_config_query_string(const char *query, char **value);
+int user_config_query_boolean(const char* query, int* value);
+int user_config_query_int(const char* query, int* value);
+int user_config_query_string(const char* query, char** value);
 
 /// The part of the tree that `query` names, below the same top key; released by the caller. NULL on failure.
-json_token *user_config_query_to_json_token(const char *query);
+json_token* user_config_query_to_json_token(const char* query);
 
 /// Merges `document`. Returns 0 when it is stored for good, with the power cut included; non-zero when nothing of it
 /// was stored.
-int user_config_update(const char *document);
+int user_config_update(const char* document);
 
 #ifdef __cplusplus
 }

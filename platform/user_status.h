@@ -10,14 +10,14 @@
 extern "C" {
 #endif
 
-int user_status_query_boolean(const char *query, int *value);
-int user_status_query_int(const char *query, int *value);
-int user_status_query_double(const char *query, double *value);
-int user_status_query_string(const char *query, char **value);
-json_token *user_status_query_to_json_token(const char *query);
+int user_status_query_boolean(const char* query, int* value);
+int user_status_query_int(const char* query, int* value);
+int user_status_query_double(const char* query, double* value);
+int user_status_query_string(const char* query, char** value);
+json_token* user_status_query_to_json_token(const char* query);
 
 /// Merges `document`. Returns 0 on success; non-zero when nothing of it was stored.
-int user_status_update(const char *document);
+int user_status_update(const char* document);
 
 #ifdef __cplusplus
 }

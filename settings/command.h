@@ -14,7 +14,8 @@ struct Command {
 /// Carries out a command and writes its reply.
 using Action = void (*)(const Command& command);
 
-/// A value that changed somewhere: `text` for a string leaf, else null and `number` for a number or a truth value (1, 0).
+/// A value that changed somewhere: `text` for a string leaf, else null and `number` for a number or a truth value (1,
+/// 0).
 struct ChangedValue {
     int number = 0;
     const char* text = nullptr;
@@ -26,7 +27,9 @@ using Feedback = void (*)(const char* rowName, const ChangedValue& value);
 
 /// The one reply to anything that a command refuses: "Command FAILED: (line)".
 void reject(const char* line);
-inline void reject(const Command& command) { reject(command.line); }
+inline void reject(const Command& command) {
+    reject(command.line);
+}
 
 /// "name value": the form of most confirmations, "sta" replies and feedback lines.
 void printSetting(const char* rowName, const char* value);
@@ -39,4 +42,6 @@ void printBracketed(const char* rowName, const char* value);
 void printLine(const char* text);
 
 /// "on" for any true value.
-inline const char* onOff(bool on) { return on ? "on" : "off"; }
+inline const char* onOff(bool on) {
+    return on ? "on" : "off";
+}

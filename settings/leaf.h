@@ -3,10 +3,10 @@
 /// filled with the new value, the update document and the payload of the change event.
 #pragma once
 
-#include <optional>
-
 #include "text/fixed_text.h"
 #include "text/owned_text.h"
+
+#include <optional>
 
 /// Room for the longest template with the longest text of any command, escaped.
 using Document = FixedText<512>;

@@ -1,11 +1,11 @@
 #include "settings/write_path.h"
 
+#include "platform/event_bus.h"
+#include "platform/user_config.h"
+
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-
-#include "platform/event_bus.h"
-#include "platform/user_config.h"
 
 namespace {
 
@@ -39,7 +39,9 @@ void publishChange(const Document& document, const char* failureText) {
     if (eventbus_publish(event.c_str(), document.c_str()) != 0) perrorPublishFailure(event, failureText);
 }
 
-void perrorWriteFailure() { std::perror("user_config_update"); }
+void perrorWriteFailure() {
+    std::perror("user_config_update");
+}
 
 bool updateSettings(const Document& document) {
     if (document.isCut()) {

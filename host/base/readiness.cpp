@@ -1,0 +1,21 @@
+#include "host/base/readiness.h"
+
+#include <cstdlib>
+#include <string>
+#include <unistd.h>
+
+namespace host {
+
+void announceReady(std::string_view text) {
+    const char* descriptor = std::getenv(readyDescriptorVariable);
+    if (descriptor == nullptr) return;
+    const int fd = std::atoi(descriptor);
+    const std::string line = std::string(text) + "\n";
+    if (write(fd, line.data(), line.size()) < 0) {
+        // The starter is gone; it will be noticed where the process is supervised.
+    }
+    close(fd);
+    unsetenv(readyDescriptorVariable);
+}
+
+}  // namespace host

@@ -1,0 +1,14 @@
+/// How a process of the device tells the one that started it that it can be used.
+#pragma once
+
+#include <string_view>
+
+namespace host {
+
+/// Names the descriptor on which the starter waits for the line, in the environment of the started process.
+inline constexpr char readyDescriptorVariable[] = "READY_FD";
+
+/// Writes `text` as one line to the starter's descriptor, where there is one, and closes it.
+void announceReady(std::string_view text);
+
+}  // namespace host
