@@ -2,22 +2,12 @@
 
 #include <cstdio>
 
-void reject(const char* line) {
-    std::printf("Command FAILED: (%s)\r\n", line);
-}
+void reject(const char* line) { std::printf("Command FAILED: (%s)\r\n", line); }
 
-void printSetting(const char* rowName, const char* value) {
-    std::printf("%s %s\r\n", rowName, value);
-}
+void printSetting(const char* rowName, const char* value) { std::printf("%s %s\r\n", rowName, value); }
 
-void printSetting(const char* rowName, int value) {
-    std::printf("%s %d\r\n", rowName, value);
-}
+void printSetting(const char* rowName, int value) { std::printf("%s %d\r\n", rowName, value); }
 
-void printBracketed(const char* rowName, const char* value) {
-    std::printf("%s[%s]\r\n", rowName, value);
-}
+void printBracketed(const char* rowName, const char* value) { std::printf("%s[%s]\r\n", rowName, value); }
 
-void printLine(const char* text) {
-    std::printf("%s\r\n", text);
-}
+void printLine(const char* text) { std::printf("%s\r\n", text); }

@@ -27,9 +27,7 @@ using Feedback = void (*)(const char* rowName, const ChangedValue& value);
 
 /// The one reply to anything that a command refuses: "Command FAILED: (line)".
 void reject(const char* line);
-inline void reject(const Command& command) {
-    reject(command.line);
-}
+inline void reject(const Command& command) { reject(command.line); }
 
 /// "name value": the form of most confirmations, "sta" replies and feedback lines.
 void printSetting(const char* rowName, const char* value);
@@ -42,6 +40,4 @@ void printBracketed(const char* rowName, const char* value);
 void printLine(const char* text);
 
 /// "on" for any true value.
-inline const char* onOff(bool on) {
-    return on ? "on" : "off";
-}
+inline const char* onOff(bool on) { return on ? "on" : "off"; }

@@ -81,9 +81,7 @@ void printEdidMemory(const char* rowName, const ChangedValue& value) {
     }
 }
 
-void printName(const char* rowName, const ChangedValue& /*value*/) {
-    printLine(rowName);
-}
+void printName(const char* rowName, const ChangedValue& /*value*/) { printLine(rowName); }
 
 void printLabel(const char* rowName, const ChangedValue& value) {
     if (value.text == nullptr) return;

@@ -53,13 +53,9 @@ std::optional<int> readBoolean(const char* leaf) {
     return query<int>(user_config_query_boolean, fillBoolean(leaf, false));
 }
 
-std::optional<int> readInteger(const char* leaf) {
-    return query<int>(user_config_query_int, fillInteger(leaf, 0));
-}
+std::optional<int> readInteger(const char* leaf) { return query<int>(user_config_query_int, fillInteger(leaf, 0)); }
 
-OwnedText readText(const char* leaf) {
-    return queryText(user_config_query_string, leaf);
-}
+OwnedText readText(const char* leaf) { return queryText(user_config_query_string, leaf); }
 
 std::optional<int> readStatusBoolean(const char* leaf) {
     return query<int>(user_status_query_boolean, fillBoolean(leaf, false));
@@ -73,6 +69,4 @@ std::optional<double> readStatusDouble(const char* leaf) {
     return query<double>(user_status_query_double, fillInteger(leaf, 0));
 }
 
-OwnedText readStatusText(const char* leaf) {
-    return queryText(user_status_query_string, leaf);
-}
+OwnedText readStatusText(const char* leaf) { return queryText(user_status_query_string, leaf); }

@@ -3,9 +3,7 @@
 
 #include "platform/logger.h"
 
-inline bool isLogged(int level) {
-    return __logLevels[LOG_CATEGORY_CONSOLE] >= level;
-}
+inline bool isLogged(int level) { return __logLevels[LOG_CATEGORY_CONSOLE] >= level; }
 
 /// The log line of a settings or status write that the store refused.
 inline void logWriteFailure() {

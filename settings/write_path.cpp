@@ -39,9 +39,7 @@ void publishChange(const Document& document, const char* failureText) {
     if (eventbus_publish(event.c_str(), document.c_str()) != 0) perrorPublishFailure(event, failureText);
 }
 
-void perrorWriteFailure() {
-    std::perror("user_config_update");
-}
+void perrorWriteFailure() { std::perror("user_config_update"); }
 
 bool updateSettings(const Document& document) {
     if (document.isCut()) {

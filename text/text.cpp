@@ -4,9 +4,7 @@
 
 namespace {
 
-bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 int hexDigit(char c) {
     if (isDigit(c)) return c - '0';
@@ -17,9 +15,7 @@ int hexDigit(char c) {
 
 }  // namespace
 
-const char* skipSpaces(const char* text) {
-    return text + std::strspn(text, " ");
-}
+const char* skipSpaces(const char* text) { return text + std::strspn(text, " "); }
 
 bool isDigits(const char* text) {
     const std::size_t digits = std::strspn(text, "0123456789");
@@ -44,9 +40,7 @@ std::optional<int> parseSignedDecimal(const char* text) {
     return -*value;
 }
 
-unsigned parseHex(const char* text) {
-    return parseHex(text, std::strlen(text));
-}
+unsigned parseHex(const char* text) { return parseHex(text, std::strlen(text)); }
 
 unsigned parseHex(const char* text, std::size_t width) {
     unsigned value = 0;

@@ -4,13 +4,9 @@
 #include <cstring>
 #include <optional>
 
-inline bool isEmpty(const char* text) {
-    return *text == '\0';
-}
+inline bool isEmpty(const char* text) { return *text == '\0'; }
 
-inline bool equals(const char* text, const char* other) {
-    return std::strcmp(text, other) == 0;
-}
+inline bool equals(const char* text, const char* other) { return std::strcmp(text, other) == 0; }
 
 inline bool startsWith(const char* text, const char* prefix) {
     return std::strncmp(text, prefix, std::strlen(prefix)) == 0;

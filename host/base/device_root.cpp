@@ -21,12 +21,8 @@ const std::string& deviceRoot() {
     return root;
 }
 
-std::string inRoot(std::string_view path) {
-    return deviceRoot() + "/" + std::string(path);
-}
+std::string inRoot(std::string_view path) { return deviceRoot() + "/" + std::string(path); }
 
-void setDeviceRoot(const std::string& path) {
-    setenv(deviceRootVariable, path.c_str(), 1);
-}
+void setDeviceRoot(const std::string& path) { setenv(deviceRootVariable, path.c_str(), 1); }
 
 }  // namespace host
