@@ -2,6 +2,7 @@
 
 #include "platform/event_bus.h"
 #include "platform/user_config.h"
+#include "text/text.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -56,4 +57,20 @@ bool writeSetting(const Command& command, const Document& document, bool unchang
     }
     if (unchanged && command.broadcast) publishChange(document, rules.publishFailureText);
     return !command.broadcast;
+}
+
+bool writeBoolean(const Command& command, bool value, const WriteRules& rules) {
+    const bool unchanged = (readBoolean(command.leaf).value_or(0) != 0) == value;
+    return writeSetting(command, fillBoolean(command.leaf, value), unchanged, rules);
+}
+
+bool writeInteger(const Command& command, int value, const WriteRules& rules) {
+    const bool unchanged = readInteger(command.leaf).value_or(0) == value;
+    return writeSetting(command, fillInteger(command.leaf, value), unchanged, rules);
+}
+
+bool writeText(const Command& command, const char* value, const WriteRules& rules) {
+    const OwnedText old = readText(command.leaf);
+    const bool unchanged = old && equals(old.get(), value);
+    return writeSetting(command, fillText(command.leaf, value), unchanged, rules);
 }

@@ -23,5 +23,14 @@ struct WriteRules {
 /// Returns true when the caller is to confirm: the write succeeded and broadcast is off.
 bool writeSetting(const Command& command, const Document& document, bool unchanged, const WriteRules& rules = {});
 
+/// The same for the row's own leaf: reads the old value, where one that cannot be read counts as false, 0 or no text,
+/// and writes the new one.
+bool writeBoolean(const Command& command, bool value, const WriteRules& rules = {});
+bool writeInteger(const Command& command, int value, const WriteRules& rules = {});
+bool writeText(const Command& command, const char* value, const WriteRules& rules = {});
+
 /// Writes `document` alone: true when the store took it; a document that was cut is never sent.
 bool updateSettings(const Document& document);
+
+/// A question that a row asks before it changes anything: true lets the change through.
+using Gate = bool (*)();

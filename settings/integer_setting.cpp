@@ -1,0 +1,39 @@
+#include "settings/integer_setting.h"
+
+#include "text/text.h"
+
+#include <algorithm>
+
+namespace {
+
+void reportInteger(const Command& command) {
+    const std::optional<int> stored = readInteger(command.leaf);
+    if (stored) printSetting(command.rowName, *stored);
+}
+
+void changeInteger(const Command& command, std::optional<int> value, Range range) {
+    if (!value || !range.holds(*value)) return reject(command);
+    if (writeInteger(command, *value)) printSetting(command.rowName, *value);
+}
+
+void stepInteger(const Command& command, int step, Range range) {
+    const int wanted = readInteger(command.leaf).value_or(0) + step;
+    const int limit = std::clamp(wanted, range.first, range.last);
+    if (wanted != limit) return printSetting(command.rowName, limit);
+    changeInteger(command, wanted, range);
+}
+
+}  // namespace
+
+void setInteger(const Command& command, Range range, Gate gate) {
+    if (equals(command.argument, "sta")) return reportInteger(command);
+    if (gate != nullptr && !gate()) return reject(command);
+    changeInteger(command, parseDecimal(command.argument), range);
+}
+
+void setSteppedInteger(const Command& command, Range range) {
+    if (equals(command.argument, "sta")) return reportInteger(command);
+    if (equals(command.argument, "+")) return stepInteger(command, +1, range);
+    if (equals(command.argument, "-")) return stepInteger(command, -1, range);
+    changeInteger(command, parseSignedDecimal(command.argument), range);
+}

@@ -1,0 +1,18 @@
+/// Settings with the words "on", "off" and "sta" over a stored truth value.
+#pragma once
+
+#include "settings/command.h"
+#include "settings/write_path.h"
+
+struct SwitchRules {
+    bool inverted = false;       ///< "on" stores false
+    bool neverConfirms = false;  ///< acts as with broadcast on whatever it is: only the listener shows the change
+    Gate gate = nullptr;         ///< asked before a change
+};
+
+void setSwitch(const Command& command, const SwitchRules& rules);
+
+template <SwitchRules rules = SwitchRules{}>
+void setSwitch(const Command& command) {
+    setSwitch(command, rules);
+}
