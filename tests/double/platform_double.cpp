@@ -1,0 +1,623 @@
+#include "tests/double/platform_double.h"
+
+#include "platform/event_bus.h"
+#include "platform/factory_data.h"
+#include "platform/json_token.h"
+#include "platform/logger.h"
+#include "platform/lpc.h"
+#include "platform/shell.h"
+#include "platform/user_config.h"
+#include "platform/user_status.h"
+
+#include <chrono>
+#include <condition_variable>
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <deque>
+#include <json-c/json.h>
+#include <list>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <sys/eventfd.h>
+#include <thread>
+#include <tuple>
+#include <unistd.h>
+
+using platform_double::Lines;
+
+namespace {
+
+struct ReleaseToken {
+    void operator()(json_object* token) const { json_object_put(token); }
+};
+using Token = std::unique_ptr<json_object, ReleaseToken>;
+
+constexpr auto patience = std::chrono::seconds(10);
+
+struct Failure {
+    int successesLeft;
+    int timesLeft;
+    int error;
+};
+
+struct Event {
+    std::string name;
+    std::string payload;
+};
+
+/// One of the two stores.
+struct Store {
+    const char* updateFunction;
+    const char* eventSuffix;
+    Token tree{json_object_new_object()};
+};
+
+/// A readable descriptor as long as something waits.
+class Signal {
+  public:
+    Signal() : fd_(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)) {}
+    Signal(const Signal&) = delete;
+    Signal& operator=(const Signal&) = delete;
+    ~Signal() { close(fd_); }
+    void raise() const { eventfd_write(fd_, 1); }
+    void clear() const {
+        eventfd_t count;
+        eventfd_read(fd_, &count);
+    }
+    int descriptor() const { return fd_; }
+
+  private:
+    int fd_;
+};
+
+}  // namespace
+
+struct eventbus {
+    std::thread::id owner = std::this_thread::get_id();
+    Signal signal;
+    std::multimap<std::string, std::pair<eventbus_callback, void*>> subscriptions;
+    std::deque<Event> waiting;
+    bool serving = false;
+};
+
+struct lpc_completion {
+    std::string text;
+    bool answered;
+};
+
+struct lpc_request {
+    std::string text;
+    std::string reply;
+    bool completed = false;
+};
+
+struct lpc_service {
+    std::string name;
+    std::string method;
+    lpc_handler handler;
+    void* userData;
+    Signal signal;
+    std::deque<lpc_request*> waiting;
+};
+
+namespace {
+
+/// The device. Everything is guarded by `mutex`; callbacks and handlers run without it.
+struct Device {
+    std::mutex mutex;
+    std::condition_variable changed;
+    Store settings{"user_config_update", "UserConfigChanged"};
+    Store status{"user_status_update", "StatusConfigChanged"};
+    std::map<std::string, std::string> factoryData;
+    std::map<std::pair<std::string, std::string>, std::string> replies;
+    std::map<std::string, Failure> failures;
+    Lines published, calls, shellLines, logLines, updates;
+    int shellStatus = 0;
+    std::list<eventbus> buses;
+    std::list<lpc_service> services;
+    std::list<lpc_service> forgottenServices;
+};
+
+Device& device() {
+    static Device* const instance = new Device;  // outlives the threads that are never joined
+    return *instance;
+}
+
+using Lock = std::unique_lock<std::mutex>;
+
+Lock lock() { return Lock(device().mutex); }
+
+volatile int logLevels[LOG_CATEGORY_COUNT];
+
+/// True, with errno set, when a test wants this call to fail.
+bool fails(const char* function) {
+    const auto failure = device().failures.find(function);
+    if (failure == device().failures.end()) return false;
+    auto& [successesLeft, timesLeft, error] = failure->second;
+    if (successesLeft > 0) {
+        --successesLeft;
+        return false;
+    }
+    errno = error;
+    if (timesLeft > 0 && --timesLeft == 0) device().failures.erase(failure);
+    return true;
+}
+
+/// The first member of an object; null for an empty one and for anything else.
+lh_entry* firstMember(json_object* object) {
+    return json_object_is_type(object, json_type_object) ? lh_table_head(json_object_get_object(object)) : nullptr;
+}
+
+const char* nameOf(const lh_entry* member) { return static_cast<const char*>(lh_entry_k(member)); }
+
+json_object* valueOf(const lh_entry* member) { return static_cast<json_object*>(lh_entry_v(member)); }
+
+Token copyOf(json_object* value) {
+    json_object* copy = nullptr;
+    json_object_deep_copy(value, &copy, nullptr);
+    return Token(copy);
+}
+
+std::string textOf(json_object* value) { return json_object_to_json_string_ext(value, JSON_C_TO_STRING_PLAIN); }
+
+/// The value that a query document leads to: the first member of each of its objects is the next step.
+json_object* find(json_object* tree, json_object* query) {
+    for (lh_entry* step = firstMember(query); step != nullptr; step = firstMember(valueOf(step))) {
+        if (!json_object_object_get_ex(tree, nameOf(step), &tree)) return nullptr;
+    }
+    return tree;
+}
+
+/// The same value, below the names of the query.
+Token findBelowNames(json_object* tree, json_object* query) {
+    const lh_entry* step = firstMember(query);
+    if (step == nullptr) return copyOf(tree);
+    if (!json_object_object_get_ex(tree, nameOf(step), &tree)) return nullptr;
+    Token below = findBelowNames(tree, valueOf(step));
+    if (below == nullptr) return nullptr;
+    Token outer(json_object_new_object());
+    json_object_object_add(outer.get(), nameOf(step), below.release());
+    return outer;
+}
+
+/// Puts the leaves of `document` into `tree`; true when one of them held another value before.
+bool merge(json_object* tree, json_object* document) {
+    bool anyChanged = false;
+    for (lh_entry* member = firstMember(document); member != nullptr; member = lh_entry_next(member)) {
+        json_object* old = nullptr;
+        json_object_object_get_ex(tree, nameOf(member), &old);
+        if (json_object_is_type(valueOf(member), json_type_object)) {
+            if (!json_object_is_type(old, json_type_object)) {
+                old = json_object_new_object();
+                json_object_object_add(tree, nameOf(member), old);
+            }
+            anyChanged = merge(old, valueOf(member)) || anyChanged;
+        } else if (json_object_equal(old, valueOf(member)) == 0) {
+            json_object_object_add(tree, nameOf(member), copyOf(valueOf(member)).release());
+            anyChanged = true;
+        }
+    }
+    return anyChanged;
+}
+
+/// Hands an event to all that subscribed to it. The caller holds the lock.
+void send(const std::string& name, const std::string& payload) {
+    for (eventbus& bus : device().buses) {
+        if (bus.subscriptions.count(name) == 0) continue;
+        bus.waiting.push_back({name, payload});
+        bus.signal.raise();
+    }
+}
+
+int update(Store& store, const char* text) {
+    const Lock locked = lock();
+    if (fails(store.updateFunction)) return -1;
+    const Token document(json_token_parse(text));
+    if (!json_object_is_type(document.get(), json_type_object)) {
+        errno = EINVAL;
+        return -1;
+    }
+    device().updates.push_back(text);
+    for (lh_entry* branch = firstMember(document.get()); branch != nullptr; branch = lh_entry_next(branch)) {
+        const Token part(json_object_new_object());
+        json_object_object_add(part.get(), nameOf(branch), json_object_get(valueOf(branch)));
+        if (merge(store.tree.get(), part.get()))
+            send(nameOf(branch) + std::string(store.eventSuffix), textOf(part.get()));
+    }
+    return 0;
+}
+
+/// Reads the leaf that `query` leads to with `read` where it is of the right kind. 0 where it is not.
+template <typename Read>
+int query(const char* function, const Store& store, const char* queryText, Read read) {
+    const Lock locked = lock();
+    if (fails(function)) return 0;
+    const Token query(json_token_parse(queryText));
+    json_object* value = query == nullptr ? nullptr : find(store.tree.get(), query.get());
+    if (value != nullptr && read(value)) return 1;
+    errno = ENOENT;
+    return 0;
+}
+
+int queryBoolean(const char* function, const Store& store, const char* text, int* result) {
+    return query(function, store, text, [result](json_object* value) {
+        if (!json_object_is_type(value, json_type_boolean)) return false;
+        *result = json_object_get_boolean(value);
+        return true;
+    });
+}
+
+int queryInt(const char* function, const Store& store, const char* text, int* result) {
+    return query(function, store, text, [result](json_object* value) {
+        if (!json_object_is_type(value, json_type_int)) return false;
+        *result = json_object_get_int(value);
+        return true;
+    });
+}
+
+int queryString(const char* function, const Store& store, const char* text, char** result) {
+    return query(function, store, text, [result](json_object* value) {
+        if (!json_object_is_type(value, json_type_string)) return false;
+        *result = strdup(json_object_get_string(value));
+        return true;
+    });
+}
+
+json_token* queryToken(const char* function, const Store& store, const char* text) {
+    Token found;
+    query(function, store, text, [&](json_object*) {
+        found = findBelowNames(store.tree.get(), Token(json_token_parse(text)).get());
+        return true;
+    });
+    return found.release();
+}
+
+void setStore(Store& store, const std::string& text) {
+    const Lock locked = lock();
+    const Token document(json_token_parse(text.c_str()));
+    if (document == nullptr) {
+        std::fprintf(stderr, "platform double: no JSON: %s\n", text.c_str());
+        std::abort();
+    }
+    merge(store.tree.get(), document.get());
+}
+
+std::string stored(const Store& store, const std::string& text) {
+    const Lock locked = lock();
+    const Token query(json_token_parse(text.c_str()));
+    json_object* value = find(store.tree.get(), query.get());
+    return value == nullptr ? "" : textOf(value);
+}
+
+Lines copyOfLines(const Lines& lines) {
+    const Lock locked = lock();
+    return lines;
+}
+
+int runShellLine(const char* function, const char* command) {
+    const Lock locked = lock();
+    if (fails(function)) return -1;
+    device().shellLines.push_back(command);
+    return device().shellStatus;
+}
+
+/// Notes a call; false, with errno set, when it is to fail.
+bool call(const char* function, const char* service, const char* method, const char* text) {
+    if (fails(function)) return false;
+    device().calls.push_back(std::string(service) + " " + method + " " + text);
+    return true;
+}
+
+bool allServed() {
+    for (const eventbus& bus : device().buses) {
+        if (bus.serving || !bus.waiting.empty()) return false;
+    }
+    return true;
+}
+
+/// The next event of a bus under service.
+bool takeEvent(eventbus& bus, Event& event) {
+    const Lock locked = lock();
+    bus.serving = !bus.waiting.empty();
+    if (!bus.serving) {
+        device().changed.notify_all();
+        return false;
+    }
+    event = std::move(bus.waiting.front());
+    bus.waiting.pop_front();
+    return true;
+}
+
+eventbus* ownBusWithEvents() {
+    const Lock locked = lock();
+    for (eventbus& bus : device().buses) {
+        if (bus.owner == std::this_thread::get_id() && !bus.serving && !bus.waiting.empty()) return &bus;
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+namespace platform_double {
+
+void reset() {
+    const Lock locked = lock();
+    Device& all = device();
+    all.settings.tree.reset(json_object_new_object());
+    all.status.tree.reset(json_object_new_object());
+    all.factoryData.clear();
+    all.replies.clear();
+    all.failures.clear();
+    for (Lines* lines : {&all.published, &all.calls, &all.shellLines, &all.logLines, &all.updates}) lines->clear();
+    all.shellStatus = 0;
+    for (eventbus& bus : all.buses) bus.waiting.clear();
+    all.forgottenServices.splice(all.forgottenServices.end(), all.services);
+    setLogLevel(0);
+}
+
+void setConfig(const std::string& document) { setStore(device().settings, document); }
+void setStatus(const std::string& document) { setStore(device().status, document); }
+std::string config(const std::string& query) { return stored(device().settings, query); }
+std::string status(const std::string& query) { return stored(device().status, query); }
+
+void setFactoryData(const std::string& key, const std::string& text) {
+    const Lock locked = lock();
+    device().factoryData[key] = text;
+}
+
+void setReply(const std::string& service, const std::string& method, const std::string& text) {
+    const Lock locked = lock();
+    device().replies[{service, method}] = text;
+}
+
+void setShellStatus(int status) {
+    const Lock locked = lock();
+    device().shellStatus = status;
+}
+
+void setLogLevel(int level) {
+    if (logLevels[LOG_CATEGORY_CONSOLE] != level) logLevels[LOG_CATEGORY_CONSOLE] = level;
+}
+
+void fail(const std::string& function, int times, int error) {
+    const Lock locked = lock();
+    device().failures[function] = {0, times, error};
+}
+
+void failAfter(const std::string& function, int successes, int error) {
+    const Lock locked = lock();
+    device().failures[function] = {successes, 1, error};
+}
+
+Lines published() { return copyOfLines(device().published); }
+Lines calls() { return copyOfLines(device().calls); }
+Lines shellLines() { return copyOfLines(device().shellLines); }
+Lines logLines() { return copyOfLines(device().logLines); }
+Lines updates() { return copyOfLines(device().updates); }
+
+bool deliver(const std::string& event, const std::string& payload) {
+    {
+        const Lock locked = lock();
+        send(event, payload);
+    }
+    return settle();
+}
+
+bool settle() {
+    while (eventbus* own = ownBusWithEvents()) eventbus_on_data_available(own);
+    Lock locked = lock();
+    return device().changed.wait_for(locked, patience, allServed);
+}
+
+bool awaitSubscription(const std::string& event) {
+    Lock locked = lock();
+    return device().changed.wait_for(locked, patience, [&event] {
+        for (const eventbus& bus : device().buses) {
+            if (bus.subscriptions.count(event) != 0) return true;
+        }
+        return false;
+    });
+}
+
+std::string callService(const std::string& service, const std::string& method, const std::string& text) {
+    Lock locked = lock();
+    for (lpc_service& offered : device().services) {
+        if (offered.name != service || offered.method != method) continue;
+        auto* request = new lpc_request{text, "", false};
+        offered.waiting.push_back(request);
+        offered.signal.raise();
+        if (!device().changed.wait_for(locked, patience, [request] { return request->completed; })) return "no answer";
+        const std::string reply = request->reply;
+        delete request;
+        return reply;
+    }
+    return "no service";
+}
+
+}  // namespace platform_double
+
+// What the program links: platform/*.h.
+
+extern "C" {
+
+int user_config_query_boolean(const char* text, int* value) {
+    return queryBoolean(__func__, device().settings, text, value);
+}
+
+int user_config_query_int(const char* text, int* value) { return queryInt(__func__, device().settings, text, value); }
+
+int user_config_query_string(const char* text, char** value) {
+    return queryString(__func__, device().settings, text, value);
+}
+
+json_token* user_config_query_to_json_token(const char* text) { return queryToken(__func__, device().settings, text); }
+
+int user_config_update(const char* document) { return update(device().settings, document); }
+
+int user_status_query_boolean(const char* text, int* value) {
+    return queryBoolean(__func__, device().status, text, value);
+}
+
+int user_status_query_int(const char* text, int* value) { return queryInt(__func__, device().status, text, value); }
+
+int user_status_query_double(const char* text, double* value) {
+    return query(__func__, device().status, text, [value](json_object* found) {
+        if (!json_object_is_type(found, json_type_double) && !json_object_is_type(found, json_type_int)) return false;
+        *value = json_object_get_double(found);
+        return true;
+    });
+}
+
+int user_status_query_string(const char* text, char** value) {
+    return queryString(__func__, device().status, text, value);
+}
+
+json_token* user_status_query_to_json_token(const char* text) { return queryToken(__func__, device().status, text); }
+
+int user_status_update(const char* document) { return update(device().status, document); }
+
+int factory_read_data(const char* key, char** text) {
+    const Lock locked = lock();
+    *text = nullptr;
+    const auto found = device().factoryData.find(key);
+    if (fails(__func__) || found == device().factoryData.end()) return -1;
+    *text = strdup(found->second.c_str());
+    return 0;
+}
+
+const volatile int* __logLevels = logLevels;
+
+void __printLog(int level, const char* format, ...) {
+    char text[1024];
+    va_list arguments;
+    va_start(arguments, format);
+    std::vsnprintf(text, sizeof text, format, arguments);
+    va_end(arguments);
+    const Lock locked = lock();
+    device().logLines.push_back(std::to_string(level) + " " + text);
+}
+
+int lsystem(const char* command) { return runShellLine(__func__, command); }
+
+int __wrap_system(const char* command) { return runShellLine("system", command); }
+
+eventbus* eventbus_open(void) {
+    const Lock locked = lock();
+    if (fails(__func__)) return nullptr;
+    return &device().buses.emplace_back();
+}
+
+int eventbus_subscribe(eventbus* bus, const char* event, eventbus_callback callback, void* userData) {
+    const Lock locked = lock();
+    if (fails(__func__)) return -1;
+    bus->subscriptions.insert({event, {callback, userData}});
+    device().changed.notify_all();
+    return 0;
+}
+
+int eventbus_fileno(eventbus* bus) { return bus->signal.descriptor(); }
+
+int eventbus_on_data_available(eventbus* bus) {
+    {
+        const Lock locked = lock();
+        if (fails(__func__)) return -1;
+        bus->signal.clear();
+    }
+    Event event;
+    while (takeEvent(*bus, event)) {
+        const auto [first, last] = bus->subscriptions.equal_range(event.name);
+        for (auto subscription = first; subscription != last; ++subscription) {
+            const auto [callback, userData] = subscription->second;
+            callback(userData, event.payload.c_str());
+        }
+    }
+    return 0;
+}
+
+void eventbus_close(eventbus* bus) {
+    const Lock locked = lock();
+    device().buses.remove_if([bus](const eventbus& each) { return &each == bus; });
+    device().changed.notify_all();
+}
+
+int eventbus_publish(const char* event, const char* payload) {
+    const Lock locked = lock();
+    if (fails(__func__)) return -1;
+    device().published.push_back(std::string(event) + " " + payload);
+    send(event, payload);
+    return 0;
+}
+
+int lpc_proxy_call(const char* service, const char* method, const char* text) {
+    const Lock locked = lock();
+    return call(__func__, service, method, text) ? 0 : -1;
+}
+
+int lpc_proxy_call_with_reply(const char* service, const char* method, const char* text, lpc_completion** completion) {
+    const Lock locked = lock();
+    *completion = nullptr;
+    if (!call(__func__, service, method, text)) return -1;
+    const auto reply = device().replies.find({service, method});
+    const bool answered = reply != device().replies.end();
+    *completion = new lpc_completion{answered ? reply->second : "", answered};
+    return 0;
+}
+
+int lpc_completion_wait(lpc_completion* /*completion*/, int /*limit*/) {
+    const Lock locked = lock();
+    return fails(__func__) ? -1 : 0;
+}
+
+const char* lpc_completion_data(lpc_completion* completion) {
+    return completion->answered ? completion->text.c_str() : nullptr;
+}
+
+void lpc_completion_destroy(lpc_completion* completion) { delete completion; }
+
+lpc_service* lpc_service_create(const char* service, int /*flags*/, const char* method, lpc_handler handler,
+                                void* userData) {
+    const Lock locked = lock();
+    if (fails(__func__)) return nullptr;
+    for (const lpc_service& offered : device().services) {
+        if (offered.name != service) continue;
+        errno = EEXIST;
+        return nullptr;
+    }
+    lpc_service& created = device().services.emplace_back();
+    created.name = service;
+    created.method = method;
+    created.handler = handler;
+    created.userData = userData;
+    return &created;
+}
+
+int lpc_service_fileno(lpc_service* service) {
+    const Lock locked = lock();
+    return fails(__func__) ? -1 : service->signal.descriptor();
+}
+
+int lpc_service_on_connect(lpc_service* service) {
+    std::deque<lpc_request*> requests;
+    {
+        const Lock locked = lock();
+        if (fails(__func__)) return -1;
+        service->signal.clear();
+        requests.swap(service->waiting);
+    }
+    for (lpc_request* request : requests) service->handler(request, service->userData);
+    return 0;
+}
+
+const char* lpc_request_params(lpc_request* request) { return request->text.c_str(); }
+
+void lpc_request_completed(lpc_request* request, const char* reply) {
+    const Lock locked = lock();
+    request->reply = reply == nullptr ? "" : reply;
+    request->completed = true;
+    device().changed.notify_all();
+}
+
+}  // extern "C"

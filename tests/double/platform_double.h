@@ -1,0 +1,68 @@
+/// A device in memory: all interfaces of platform/ on plain containers, steered and looked at by a test.
+///
+/// The stores keep JSON trees and announce changes as the real ones do, the bus loops everything back to whoever
+/// subscribed, calls and shell lines are noted and reach nobody. Any function can be made to fail. All functions may be
+/// called from any thread.
+#pragma once
+
+#include <cerrno>
+#include <string>
+#include <vector>
+
+namespace platform_double {
+
+using Lines = std::vector<std::string>;
+
+/// Back to an empty device: no settings, no status, nothing noted, nothing failing, logging off. Open buses stay and
+/// lose what was under way; offered services are forgotten, their handles stay valid and silent.
+void reset();
+
+/// Merges a document into the store without announcing it.
+void setConfig(const std::string& document);
+void setStatus(const std::string& document);
+
+/// What the store holds where the query document leads, as plain JSON text; empty where there is nothing.
+std::string config(const std::string& query = "{}");
+std::string status(const std::string& query = "{}");
+
+void setFactoryData(const std::string& key, const std::string& text);
+
+/// The reply to every call of the method from now on. Without one a call succeeds and answers nothing.
+void setReply(const std::string& service, const std::string& method, const std::string& text);
+
+/// The exit status of every shell line from now on.
+void setShellStatus(int status);
+
+/// The level up to which __printLog lines are wanted.
+void setLogLevel(int level);
+
+inline constexpr int always = -1;
+
+/// Makes the next `times` calls of a platform function fail with errno `error`: fail("user_config_update").
+void fail(const std::string& function, int times = always, int error = EIO);
+
+/// Makes only the call after `successes` good ones fail, once.
+void failAfter(const std::string& function, int successes, int error = EIO);
+
+/// Everything noted since reset(), oldest first:
+Lines published();   ///< "EVENT PAYLOAD" for each eventbus_publish()
+Lines calls();       ///< "SERVICE METHOD TEXT" for each LPC call
+Lines shellLines();  ///< what went to lsystem() or system()
+Lines logLines();    ///< "LEVEL TEXT"
+Lines updates();     ///< each document that a store took
+
+/// Sends an event to all that subscribed to it and returns when their callbacks have run: on the thread that serves the
+/// bus, or here when this thread opened it. False when that thread did not serve it within ten seconds.
+bool deliver(const std::string& event, const std::string& payload);
+
+/// Waits until all events under way have been served, as deliver() does.
+bool settle();
+
+/// Waits until somebody subscribed to the event. False after ten seconds.
+bool awaitSubscription(const std::string& event);
+
+/// Calls a service that the program offers and returns its reply once the request was completed.
+/// "no service" or "no answer" (after ten seconds) otherwise.
+std::string callService(const std::string& service, const std::string& method, const std::string& text);
+
+}  // namespace platform_double
