@@ -1,0 +1,73 @@
+#include "console/change_walk.h"
+
+#include "console/broadcast.h"
+#include "console/command_table.h"
+#include "settings/log.h"
+#include "text/text.h"
+
+#include <json-c/json.h>
+
+namespace {
+
+constexpr char readyLeaf[] = R"({"system":{"slaveMcu":{"isReady":%s}}})";
+
+/// No template is nearly as long, so that a text which was cut matches none.
+using MatchText = FixedText<512>;
+
+MatchText openedWith(const MatchText& prefix, const char* key) {
+    MatchText text = prefix;
+    text.appendFormat("{\"%s\":", key);
+    return text;
+}
+
+/// `opening` is the match text up to the leaf's colon.
+void showLeaf(const MatchText& opening, json_object* leaf) {
+    MatchText text = opening;
+    switch (json_object_get_type(leaf)) {
+        case json_type_boolean:
+            text.append("%s}");
+            return cipProcJson(text.c_str(), {json_object_get_boolean(leaf) ? 1 : 0});
+        case json_type_int:
+            text.append("%d}");
+            return cipProcJson(text.c_str(), {json_object_get_int(leaf)});
+        case json_type_string:
+            text.append("\"%s\"");
+            return cipProcJson(text.c_str(), {0, json_object_get_string(leaf)});
+        default:
+            return;  // no command shows a double, an array or a null
+    }
+}
+
+void walkObject(json_object* node, const MatchText& prefix) {
+    json_object_object_foreach(node, key, value) {
+        const MatchText opening = openedWith(prefix, key);
+        if (json_object_is_type(value, json_type_object)) {
+            walkObject(value, opening);
+        } else {
+            showLeaf(opening, value);
+        }
+    }
+}
+
+bool isAnnounced(const char* matchText) {
+    const std::optional<int> broadcast = readBoolean(broadcastLeaf);
+    if (!broadcast || readStatusBoolean(readyLeaf).value_or(0) != 1) return false;
+    return *broadcast == 1 || std::strstr(broadcastLeaf, matchText) != nullptr;
+}
+
+}  // namespace
+
+void walkChangedJson(json_token* changes, const char* category) {
+    if (json_object_is_type(changes, json_type_object)) {
+        walkObject(changes, MatchText());
+    } else {
+        showLeaf(openedWith(MatchText(), category), changes);
+    }
+}
+
+void cipProcJson(const char* matchText, const ChangedValue& value) {
+    if (!isAnnounced(matchText)) return;
+    const CommandEntry* entry = findLeaf(matchText);
+    if (entry != nullptr) return entry->feedback(entry->name, value);
+    if (isLogged(LOG_LEVEL_ERROR)) __printLog(LOG_LEVEL_ERROR, "[%s] Cant find command\r\n", "cipProcJson");
+}

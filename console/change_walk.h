@@ -1,0 +1,14 @@
+/// Turns changed leaves back into rows of the command table and prints them.
+#pragma once
+
+#include "platform/json_token.h"
+#include "settings/command.h"
+
+/// Shows every leaf of `changes`, in the document's order. A bare value instead of an object is a leaf named
+/// `category`.
+void walkChangedJson(json_token* changes, const char* category);
+
+/// Shows one leaf: `matchText` is its template cut behind the conversion ({"system":{"broadcast":%s}), and the first
+/// row whose template holds it prints the value. Silent while broadcast is off, but for the leaf that switches it, and
+/// while the slave controller is not ready.
+void cipProcJson(const char* matchText, const ChangedValue& value);

@@ -1,0 +1,107 @@
+#include "console/event_listener.h"
+
+#include "console/bus_loop.h"
+#include "console/change_walk.h"
+#include "console/session.h"
+#include "platform/json_token.h"
+#include "platform/user_status.h"
+#include "settings/command.h"
+#include "settings/owned_token.h"
+#include "text/fixed_text.h"
+#include "text/text.h"
+#include "video/link_report.h"
+
+#include <cstdio>
+
+namespace {
+
+char controlCategory[] = "control";
+char configCategory[] = "config";
+char audioCategory[] = "audio";
+char videoCategory[] = "video";
+char networkCategory[] = "network";
+char systemCategory[] = "system";
+
+SessionContext* session = nullptr;
+
+/// A changed time-out reaches the idle clock at once, whoever may see the change.
+void followTimeout(json_token* changes) {
+    const int seconds = json_token_object_walk_get_int(changes, "network.telnet.tcpipTimeout", -1);
+    if (seconds >= 0) session->idle.change(static_cast<std::uint32_t>(seconds));
+}
+
+void showChanges(json_token* changes, const char* category) {
+    if (sessionAuthenticated) walkChangedJson(changes, category);
+}
+
+OwnedToken parsePayload(const char* payload) {
+    OwnedToken token(json_token_parse(payload));
+    if (!token) std::perror("json_token_parse");
+    return token;
+}
+
+/// The whole category, for an event that came without its document.
+OwnedToken queryStatus(const char* category) {
+    FixedText<64> query;
+    query.appendFormat("{\"%s\":{}}", category);
+    OwnedToken token(user_status_query_to_json_token(query.c_str()));
+    if (!token) std::perror("user_config_query_to_json_token");
+    return token;
+}
+
+OwnedToken statusChanges(const char* category, const char* payload) {
+    return payload != nullptr ? parsePayload(payload) : queryStatus(category);
+}
+
+void onConfigChanged(void* category, const char* payload) {
+    if (payload == nullptr) return;
+    const OwnedToken changes = parsePayload(payload);
+    if (!changes) return;
+    followTimeout(changes.get());
+    showChanges(changes.get(), static_cast<const char*>(category));
+}
+
+void onStatusChanged(void* category, const char* payload) {
+    const OwnedToken changes = statusChanges(static_cast<const char*>(category), payload);
+    if (changes) showChanges(changes.get(), static_cast<const char*>(category));
+}
+
+/// Only a console of kind 1 is a link monitor; every console shows the other changed leaves.
+void onLinkStatusChanged(void* category, const char* payload) {
+    const OwnedToken changes = statusChanges(static_cast<const char*>(category), payload);
+    if (!changes) return;
+    if (session->kind == 1) answerLinkRequest(changes.get());
+    showChanges(changes.get(), static_cast<const char*>(category));
+}
+
+void onCommandFeedback(void* /*userData*/, const char* text) {
+    if (text != nullptr) printLine(text);
+}
+
+void onUpgradeState(void* /*userData*/, const char* state) {
+    if (!sessionAuthenticated || state == nullptr) return;
+    if (equals(state, "Sys Default\r")) return printLine("Mreset");
+    if (equals(state, "Web Reboot\r")) return printLine("Reboot");
+    std::printf("unknown upgrade state : %s\n", state);
+}
+
+constexpr BusSubscription subscriptions[] = {
+    {"controlUserConfigChanged", onConfigChanged, controlCategory},
+    {"configUserConfigChanged", onConfigChanged, configCategory},
+    {"audioUserConfigChanged", onConfigChanged, audioCategory},
+    {"videoUserConfigChanged", onConfigChanged, videoCategory},
+    {"networkUserConfigChanged", onConfigChanged, networkCategory},
+    {"systemUserConfigChanged", onConfigChanged, systemCategory},
+    {"CommandFeedback", onCommandFeedback, nullptr},
+    {"videoStatusConfigChanged", onLinkStatusChanged, videoCategory},
+    {"systemStatusConfigChanged", onStatusChanged, systemCategory},
+    {"UpgradeSlaveVersionQuery", onUpgradeState, nullptr},
+};
+
+}  // namespace
+
+void* eventListenerThread(void* sessionContext) {
+    session = static_cast<SessionContext*>(sessionContext);
+    listenToBus(subscriptions);
+    return nullptr;
+}

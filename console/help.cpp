@@ -1,0 +1,51 @@
+#include "console/help.h"
+
+#include "console/command_table.h"
+#include "text/text.h"
+
+namespace {
+
+// The published vocabulary. It differs from the table on purpose ("Statusx", "AutoDispOn", no factory rows) and is not
+// made from it.
+constexpr const char* operatorList[] = {
+    "Blink",    "CommaWait", "DispBtn", "HDMIAUD", "help",     "InputStatus", "IPCFG",     "IPDHCP",
+    "IPStatic", "Lock",      "LRAUD",   "Mreset",  "RelayAct", "RHostName",   "RS232zone", "SHostName",
+    "Status",   "Type",      "Unlock",  "Version", "VOUT",     "VOUTMute",    "x1AVx2",
+};
+
+constexpr const char* technicianList[] = {
+    "APwrOffTime", "Aspect",      "ASwFstTime",  "ASwOutTime", "AutoDispOff",  "AutoDispOn",  "AutoSW",
+    "Blink",       "Broadcast",   "BRT",         "CliIPAddr",  "CliMode",      "CliPass",     "CliPort",
+    "CliUser",     "CommaWait",   "CSpara",      "CtlType",    "CTRST",        "DispBtn",     "EQ",
+    "HDBTRS232",   "HDCPSet",     "HDMIAUD",     "help",       "HUE",          "HZoom",       "InputBroadcast",
+    "InputFormat", "InputStatus", "IPAddUser",   "IPCFG",      "IPDelUser",    "IPDHCP",      "IPLogin",
+    "IPPort",      "IPStatic",    "IPTimeout",   "Lock",       "LRAUD",        "Mreset",      "PictureRst",
+    "PrefTimg",    "ProjSWMode",  "ProjWarmUpT", "RelayAct",   "RelayAuto",    "RelayPulseT", "RelayType",
+    "RHostName",   "RS232para",   "RS232zone",   "SATRT",      "ScalerPtMode", "SetFbVerify", "SetLabel",
+    "SetStrgType", "SHARP",       "SHostName",   "Statusx",    "System",       "Type",        "Unlock",
+    "Update",      "USBFallback", "Version",     "VidOutRes",  "VOUT",         "VOUTMute",    "VZoom",
+    "x1AVx2",      "Zoom",
+};
+
+void printList(std::span<const char* const> words) {
+    for (const char* word : words) printLine(word);
+}
+
+void printLists(const char* line) {
+    if (equals(line, "help")) printList(operatorList);
+    if (equals(line, "techelp")) printList(technicianList);
+}
+
+/// A name with anything behind it finds its row, and then prints nothing.
+void printHelpText(const CommandEntry& entry, const char* name) {
+    if (entry.hasOwnHelp() && std::strlen(name) == entry.compareLength()) printLine(entry.helpText);
+}
+
+}  // namespace
+
+void helpAction(const Command& command) {
+    if (isEmpty(command.argument)) return printLists(command.line);
+    const CommandEntry* entry = findCommand(command.argument);
+    if (entry == nullptr) return reject(command);
+    printHelpText(*entry, command.argument);
+}

@@ -1,0 +1,73 @@
+#include "console/line_reader.h"
+
+#include "console/dispatcher.h"
+#include "console/session.h"
+#include "text/text.h"
+
+#include <sys/select.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr int pollingTime = 30'000;  // microseconds: the silence that ends a zone text
+
+/// False on silence, and on an interruption, which counts as silence.
+bool waitForInput() {
+    fd_set input;
+    FD_ZERO(&input);
+    FD_SET(STDIN_FILENO, &input);
+    timeval limit{0, pollingTime};
+    return select(STDIN_FILENO + 1, &input, nullptr, nullptr, &limit) > 0;
+}
+
+/// Takes what has been typed. False when there was nothing to read: the connection is gone and the hang-up not yet
+/// here.
+bool readInput(LineReader& reader) {
+    std::array<char, 256> bytes;
+    const ssize_t count = read(STDIN_FILENO, bytes.data(), bytes.size());
+    for (ssize_t i = 0; i < count; ++i) reader.take(bytes[static_cast<std::size_t>(i)]);
+    if (count <= 0) usleep(pollingTime);  // it reads as ready all the while: no spinning
+    return count > 0;
+}
+
+}  // namespace
+
+void LineReader::take(char byte) {
+    std::fputc(byte, stderr);
+    if (byte == '\r' || byte == '\n') {
+        endLine(byte);
+    } else {
+        line_.append(byte);
+    }
+}
+
+void LineReader::takeSilence() {
+    if (zone_.isCollecting()) zone_.finish();
+}
+
+void LineReader::endLine(char terminator) {
+    std::puts("\r");
+    idle_.restart();
+    if (line_.size() == 0) return;
+    handLineOn(terminator);
+    line_.clear();
+}
+
+void LineReader::handLineOn(char terminator) {
+    const char* line = line_.c_str();
+    if (zone_.isCollecting() || startsWith(line, zoneWord)) {
+        zone_.collect(line, line_.size(), terminator);
+    } else if (std::strstr(line, zoneWord) != nullptr && std::strstr(line, "help") == nullptr) {
+        zone_.collectMisplaced(line, line_.size(), terminator);
+    } else {
+        dispatchCommand(line);
+    }
+}
+
+void runLineReader(IdleClock& idle) {
+    LineReader reader(idle);
+    while (sessionRunning) {
+        if (waitForInput() && readInput(reader)) continue;
+        reader.takeSilence();
+    }
+}

@@ -1,0 +1,30 @@
+/// Collects typed bytes into lines and hands each finished line on.
+#pragma once
+
+#include "console/idle_clock.h"
+#include "console/zone_text.h"
+#include "text/fixed_text.h"
+
+class LineReader {
+  public:
+    /// Every line end restarts `idle`, which outlives the reader.
+    explicit LineReader(IdleClock& idle) : idle_(idle) {}
+
+    /// Echoes the byte and takes it: a carriage return or a line feed ends the line, any other byte is part of it. A
+    /// line keeps its first 4095 bytes.
+    void take(char byte);
+
+    /// Nothing was typed for a while, which ends the text of an RS232zone command.
+    void takeSilence();
+
+  private:
+    void endLine(char terminator);
+    void handLineOn(char terminator);
+
+    IdleClock& idle_;
+    FixedText<4096> line_;
+    ZoneText zone_;
+};
+
+/// Reads standard input until the session ends.
+void runLineReader(IdleClock& idle);

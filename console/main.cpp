@@ -1,0 +1,74 @@
+/// The entry of a console: one process for one connection, which is its standard input, output and error.
+
+#include "console/event_listener.h"
+#include "console/idle.h"
+#include "console/line_reader.h"
+#include "console/relay.h"
+#include "console/session.h"
+#include "console/terminal.h"
+#include "settings/leaf.h"
+#include "text/text.h"
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <pthread.h>
+
+namespace {
+
+struct ProgramName {
+    const char* path;
+    int reportedPort;
+};
+
+// The asterisks are part of the names.
+constexpr ProgramName programNames[] = {
+    {"/usr/bin/*cmdd", 23},
+    {"/usr/bin/*cmdd9000port", 9000},
+    {"/usr/bin/*cmdd9001port", 9001},
+    {"/usr/bin/*cmdd9002port", 9002},
+};
+
+int portOf(const char* programName) {
+    for (const ProgramName& name : programNames) {
+        if (equals(programName, name.path)) return name.reportedPort;
+    }
+    return 23;
+}
+
+void onHangUp(int /*signal*/) { sessionRunning = 0; }
+
+/// A reply is one write.
+void bufferReplies() {
+    static char buffer[8192];
+    std::setvbuf(stdout, buffer, _IOLBF, sizeof buffer);
+}
+
+bool startThread(void* (*body)(void*), SessionContext& session) {
+    pthread_t thread;
+    return pthread_create(&thread, nullptr, body, &session) == 0;
+}
+
+void startThreads(SessionContext& session) {
+    if (!startThread(idleThread, session) || !startThread(eventListenerThread, session)) {
+        std::puts("pthread_create failed");
+        std::exit(1);
+    }
+    // Without its relay the session is still a console.
+    if (session.reportedPort == 9001 || session.reportedPort == 9002) startThread(relayThread, session);
+}
+
+}  // namespace
+
+int main(int /*argc*/, char** argv) {
+    static SessionContext session;  // outlives main(), which leaves the threads running
+    std::signal(SIGHUP, onHangUp);
+    makeTerminalRaw();
+    bufferReplies();
+    session.reportedPort = portOf(argv[0]);
+    session.kind = 4;
+    sessionAuthenticated = 1;
+    startThreads(session);
+    runLineReader(session.idle);
+    return 0;
+}

@@ -1,0 +1,4 @@
+#include "console/session.h"
+
+std::atomic<int> sessionRunning = 1;
+std::atomic<int> sessionAuthenticated = 0;

@@ -1,0 +1,31 @@
+#include "console/terminal.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <termios.h>
+#include <unistd.h>
+
+namespace {
+
+[[noreturn]] void endWith(const char* call) {
+    std::perror(call);
+    std::exit(1);
+}
+
+/// What cfmakeraw() does, written out because a small libc may lack it; VMIN and VTIME stay as they are.
+void makeRaw(termios& attributes) {
+    attributes.c_iflag &= ~static_cast<tcflag_t>(IGNBRK | BRKINT | PARMRK | ISTRIP | INLCR | IGNCR | ICRNL | IXON);
+    attributes.c_oflag &= ~static_cast<tcflag_t>(OPOST);
+    attributes.c_lflag &= ~static_cast<tcflag_t>(ECHO | ECHONL | ICANON | ISIG | IEXTEN);
+    attributes.c_cflag &= ~static_cast<tcflag_t>(CSIZE | PARENB);
+    attributes.c_cflag |= CS8;
+}
+
+}  // namespace
+
+void makeTerminalRaw() {
+    termios attributes;
+    if (tcgetattr(STDIN_FILENO, &attributes) != 0) endWith("tcgetattr");
+    makeRaw(attributes);
+    if (tcsetattr(STDIN_FILENO, TCSANOW, &attributes) != 0) endWith("tcsetattr");
+}
