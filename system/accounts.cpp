@@ -1,0 +1,180 @@
+#include "system/accounts.h"
+
+#include "platform/user_config.h"
+#include "settings/log.h"
+#include "system/owned_token.h"
+#include "system/service_call.h"
+#include "system/words.h"
+#include "text/fixed_text.h"
+#include "text/text.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstdio>
+#include <strings.h>
+
+namespace {
+
+constexpr int accountLimit = 4;
+
+/// How long the system service may take for an SSH user, in milliseconds.
+constexpr int sshReplyLimit = 9000;
+
+/// One account; null members where the stored one has none. The texts belong to the document they were read from.
+struct User {
+    const char* name;
+    const char* password;
+    const char* level;
+};
+
+struct DestroyCompletion {
+    void operator()(lpc_completion* completion) const { lpc_completion_destroy(completion); }
+};
+using OwnedCompletion = std::unique_ptr<lpc_completion, DestroyCompletion>;
+
+bool isSameName(const char* name, const char* other) { return strcasecmp(name, other) == 0; }
+
+bool isRoot(const char* name) { return isSameName(name, "root"); }
+
+bool isAlphanumeric(const char* text) {
+    return std::all_of(text, text + std::strlen(text), [](unsigned char c) { return std::isalnum(c) != 0; });
+}
+
+void logTokenFailure() {
+    if (isLogged(LOG_LEVEL_ERROR)) __printLog(LOG_LEVEL_ERROR, "json_token_new_object");
+}
+
+FixedText<64> userPath(int position) {
+    FixedText<64> path;
+    path.appendFormat("account.users[%d]", position);
+    return path;
+}
+
+FixedText<64> memberPath(int position, const char* member) {
+    FixedText<64> path = userPath(position);
+    path.appendFormat(".%s", member);
+    return path;
+}
+
+OwnedToken readAccounts() { return OwnedToken(user_config_query_to_json_token(R"({"account":{}})")); }
+
+int countUsers(json_token* accounts) {
+    return json_token_array_length(json_token_object_walk_get_array(accounts, "account.users"));
+}
+
+User userAt(json_token* accounts, int position) {
+    const auto member = [&](const char* name) {
+        return json_token_object_walk_get_string(accounts, memberPath(position, name).c_str(), nullptr);
+    };
+    return {member("username"), member("password"), member("level")};
+}
+
+void reportSetFailure(int result) {
+    if (result != 0) std::printf("set_object: users[1] failed!");
+}
+
+void putUser(json_token* accounts, int position, const User& user) {
+    const auto setMember = [&](const char* name, const char* value) {
+        reportSetFailure(json_token_object_walk_set_string(accounts, memberPath(position, name).c_str(), value));
+    };
+    setMember("username", user.name);
+    setMember("password", user.password);
+    setMember("level", user.level);
+}
+
+bool isTaken(json_token* accounts, const char* name) {
+    for (int position = 0; position < accountLimit; ++position) {
+        const User user = userAt(accounts, position);
+        if (user.name == nullptr) return false;
+        if (isSameName(user.name, name)) return true;
+    }
+    return false;
+}
+
+/// Prints what there is of an account; returns false where the list ends.
+bool listUser(const User& user) {
+    if (user.name == nullptr) return false;
+    const bool isListed = !isRoot(user.name);
+    if (isListed) std::printf(" - %s &", user.name);
+    if (user.password == nullptr) return false;
+    if (isListed) std::printf(" %s\r\n", user.password);
+    return true;
+}
+
+void listUsers() {
+    printLine("TCP/IP username & password list:");
+    const OwnedToken accounts = readAccounts();
+    int position = 0;
+    while (accounts && position < accountLimit && listUser(userAt(accounts.get(), position))) ++position;
+    printLine(" -");
+}
+
+/// Has the system service add the SSH user of a new account and tells the operator what came of it. The account stays
+/// in any case.
+void addSshUser(const Command& command, json_token* account) {
+    lpc_completion* call = nullptr;
+    if (lpc_proxy_call_with_reply("systemd", "sshAddUser", json_token_to_string(account), &call) != 0) {
+        return std::perror("lpc_proxy_call");
+    }
+    const OwnedCompletion completion(call);
+    if (lpc_completion_wait(call, sshReplyLimit) != 0) return;
+    const char* reply = lpc_completion_data(call);
+    if (reply != nullptr && startsWith(reply, "fail")) return reject(command);
+    printLine("TCP/IP user was added");
+}
+
+/// An account document without accounts: an empty array, because a document without one would delete nobody.
+OwnedToken makeAccounts() {
+    OwnedToken accounts(json_token_new_object());
+    if (accounts)
+        reportSetFailure(json_token_object_walk_set_object(accounts.get(), "account.users", json_token_parse("[]")));
+    return accounts;
+}
+
+/// Copies the accounts that are not called `name`; returns whether any was. The list ends at an incomplete account.
+bool copyOthers(json_token* from, json_token* to, const char* name) {
+    const int count = countUsers(from);
+    int position = 0;
+    int copied = 0;
+    for (; position < count; ++position) {
+        const User user = userAt(from, position);
+        if (user.name == nullptr || user.password == nullptr) break;
+        if (isSameName(user.name, name)) continue;
+        putUser(to, copied, {user.name, user.password, copied == 0 ? "Administrator" : "Guest"});
+        ++copied;
+    }
+    return copied < position;
+}
+
+}  // namespace
+
+void addUser(const Command& command) {
+    if (isEmpty(command.argument)) return reject(command);
+    if (equals(command.argument, "sta")) return listUsers();
+    const OwnedToken accounts = readAccounts();
+    if (!accounts) return logTokenFailure();
+    const int position = countUsers(accounts.get());
+    const Words<2> words(command.argument, " ");
+    if (position >= accountLimit || words.count() != 2 || !isAlphanumeric(words[1])) return reject(command);
+    if (isTaken(accounts.get(), words[0])) return reject(command);
+
+    putUser(accounts.get(), position, {words[0], words[1], "Guest"});
+    user_config_update(json_token_to_string(accounts.get()));
+    printLine(command.line);
+    addSshUser(command, json_token_object_walk_get_object(accounts.get(), userPath(position).c_str()));
+}
+
+void deleteUser(const Command& command) {
+    if (isEmpty(command.argument)) return reject(command);
+    const OwnedToken accounts = readAccounts();
+    if (!accounts) return std::perror("json_token_new_object");
+    const OwnedToken others = makeAccounts();
+    if (!others) return logTokenFailure();
+    if (isRoot(command.argument)) return reject(command);
+    if (!copyOthers(accounts.get(), others.get(), command.argument)) return reject(command);
+
+    user_config_update(json_token_to_string(others.get()));
+    printLine(command.line);
+    callService("systemd", "sshDelUser", command.argument);
+    printLine("TCP/IP user was deleted");
+}

@@ -1,0 +1,8 @@
+/// Zebulax: a hidden diagnostic.
+#pragma once
+
+#include "settings/command.h"
+
+/// on | off: asks the display daemon for its diagnostic picture and says so on standard error. Silent otherwise, on a
+/// wrong argument as well.
+void switchDisplayDiagnostic(const Command& command);

@@ -1,0 +1,82 @@
+#include "system/factory_commands.h"
+
+#include "platform/user_status.h"
+#include "settings/leaf.h"
+#include "system/factory_text.h"
+#include "system/words.h"
+#include "text/replace_all.h"
+#include "text/text.h"
+
+#include <cstdio>
+
+namespace {
+
+using MacGroups = Words<6>;
+
+/// The key's text; null also for an empty one, which has nothing to show.
+OwnedText readVisibleText(const char* key) {
+    OwnedText text = readFactoryText(key);
+    if (text && isEmpty(text.get())) text.reset();
+    return text;
+}
+
+bool writeOrReport(const Command& command) {
+    if (writeFactoryText(command.leaf, command.argument)) return true;
+    std::perror("factory_write_data");
+    return false;
+}
+
+/// The reply names the command as it was typed: the line's first word.
+void printMacAddress(const char* line, const char* address) {
+    const OwnedText dashed = replaceAll(address, ":", "-");
+    const auto nameLength = static_cast<int>(std::strcspn(line, " "));
+    if (dashed) std::printf("%.*s %s\r\n", nameLength, line, dashed.get());
+}
+
+bool updateMacStatus(const char* address) {
+    const Document document = fillText(R"({"network":{"eth0":{"macAddr":"%s"}}})", address);
+    return !document.isCut() && user_status_update(document.c_str()) == 0;
+}
+
+}  // namespace
+
+void setMacAddress(const Command& command) {
+    if (MacGroups(command.argument, "-").count() != 6) return reject(command);
+    const OwnedText address = replaceAll(command.argument, "-", ":");
+    if (!address || !writeFactoryText(command.leaf, address.get())) return;
+    const OwnedText written = readVisibleText(command.leaf);
+    if (!written) return;
+    printMacAddress(command.line, written.get());
+    if (!updateMacStatus(written.get())) printLine("user_status_update");
+}
+
+void showMacAddress(const Command& command) {
+    if (!isEmpty(command.argument)) return reject(command);
+    const OwnedText address = readVisibleText(command.leaf);
+    if (!address) return;
+    const MacGroups groups(address.get(), ":");
+    const char* separator = "";
+    for (std::size_t i = 0; i < 6 && groups[i] != nullptr; ++i) {
+        std::printf("%s%s", separator, groups[i]);
+        separator = "-";
+    }
+    std::printf("\r\n");
+}
+
+void setSerialNumber(const Command& command) {
+    if (isEmpty(command.argument)) return reject(command);
+    if (!writeOrReport(command)) return;
+    const OwnedText written = readVisibleText(command.leaf);
+    if (written) printSetting(command.rowName, written.get());
+}
+
+void setProductId(const Command& command) {
+    if (isEmpty(command.argument)) return reject(command);
+    if (writeOrReport(command)) printLine(command.argument);
+}
+
+void showFactoryText(const Command& command) {
+    if (!isEmpty(command.argument)) return reject(command);
+    const OwnedText text = readVisibleText(command.leaf);
+    if (text) printLine(text.get());
+}

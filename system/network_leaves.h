@@ -1,0 +1,9 @@
+/// The network leaves that more than one command reads.
+#pragma once
+
+inline constexpr char bootProtoLeaf[] = R"({"network":{"eth0":{"bootProto":"%s"}}})";
+
+/// In the settings store the configured address, in the status store the one in effect.
+inline constexpr char ipAddressLeaf[] = R"({"network":{"eth0":{"ipSettings":{"ipaddr":"%s"}}}})";
+inline constexpr char netmaskLeaf[] = R"({"network":{"eth0":{"ipSettings":{"netmask":"%s"}}}})";
+inline constexpr char gatewayLeaf[] = R"({"network":{"eth0":{"ipSettings":{"gateway":"%s"}}}})";

@@ -1,0 +1,13 @@
+/// A JSON token that its holder releases.
+#pragma once
+
+#include "platform/json_token.h"
+
+#include <memory>
+
+struct ReleaseToken {
+    void operator()(json_token* token) const { json_token_ref_put(token); }
+};
+
+/// Empty (null) where nothing could be read.
+using OwnedToken = std::unique_ptr<json_token, ReleaseToken>;

@@ -1,0 +1,121 @@
+#include "system/report.h"
+
+#include "settings/leaf.h"
+#include "system/factory_text.h"
+#include "system/network_leaves.h"
+#include "system/uptime.h"
+#include "text/text.h"
+
+#include <cstdio>
+#include <sys/time.h>
+
+namespace {
+
+/// Where a text of a report comes from. The reader returns null where there is none.
+struct Source {
+    OwnedText (*read)(const char* key);
+    const char* key;
+};
+
+OwnedText copy(const char* text) { return OwnedText(strdup(text)); }
+
+OwnedText readNumber(const char* leaf) {
+    const std::optional<int> number = readInteger(leaf);
+    if (!number) return nullptr;
+    FixedText<16> text;
+    text.appendFormat("%d", *number);
+    return copy(text.c_str());
+}
+
+double timeOfDay() {
+    timeval now{};
+    gettimeofday(&now, nullptr);
+    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_usec) / 1e6;
+}
+
+OwnedText readUptime(const char* leaf) {
+    const std::optional<double> bootTime = readStatusDouble(leaf);
+    if (!bootTime) return nullptr;
+    return copy(formatUptime(timeOfDay() - *bootTime).c_str());
+}
+
+struct Item {
+    const char* label;
+    Source source;
+    bool isForPrograms = true;
+};
+
+constexpr Item items[] = {
+    {"Model", {readText, R"({"system":{"model":"%s"}})"}},
+    {"MAC Addr", {readFactoryText, "MacAddr"}},
+    {"Address Type", {readText, bootProtoLeaf}},
+    {"IP Addr", {readStatusText, ipAddressLeaf}},
+    {"Netmask", {readStatusText, netmaskLeaf}},
+    {"Gateway", {readStatusText, gatewayLeaf}},
+    {"HTTP Port", {copy, "80"}},  // not a setting of this device
+    // The brace too many is meant: the store ignores what follows the document.
+    {"Telnet Port", {readNumber, R"({"network":{"telnet":{"telnetPort":%d}}}})"}},
+    {"SSH Port", {readNumber, R"({"network":{"ssh":{"sshPort":%d}}})"}, false},
+    {"Firmware", {readFactoryText, "FirmwareVer"}},
+    {"On/Up Time <dd HH:mm:ss>", {readUptime, R"({"time":{"status":{"bootUpTime":%f}}})"}},
+    {"Hostname", {readText, R"({"network":{"netbios":{"hostname":"%s"}}})"}, false},
+};
+
+struct Version {
+    const char* suffix;
+    Source source;
+};
+
+constexpr Version versions[] = {
+    {"", {readFactoryText, "FirmwareVer"}},
+    {"MCU", {readFactoryText, "FirmwareVer"}},
+    {"TRRX", {readText, R"({"system":{"firmwareVersionTR3421Rx":"%s"}})"}},
+    {"977", {readFactoryText, "AppImgVer"}},
+    {"1830", {readStatusText, R"({"device":{"deviceVersion":{"others":{"mcu4":{"version":""}}}}})"}},
+};
+
+/// Prints "label: value" and its end; an item without a value prints nothing.
+void printItem(const Item& item, const char* end) {
+    const OwnedText value = item.source.read(item.source.key);
+    if (value) std::printf("%s: %s%s", item.label, value.get(), end);
+}
+
+void reportForPeople() {
+    for (const Item& item : items) printItem(item, "\r\n");
+}
+
+void reportForPrograms() {
+    for (const Item& item : items) {
+        if (!item.isForPrograms) continue;
+        printItem(item, "");
+        // Also after an item without a value, so that each keeps its place.
+        std::printf("%%;");
+    }
+    std::printf("\r\n");
+}
+
+void printSource(const Source& source) {
+    const OwnedText text = source.read(source.key);
+    if (text) printLine(text.get());
+}
+
+}  // namespace
+
+void reportSystem(const Command& command) {
+    if (equals(command.argument, "sta")) return reportForPeople();
+    if (equals(command.argument, "dev")) return reportForPrograms();
+    reject(command);
+}
+
+void reportVersion(const Command& command) {
+    const char* suffix = command.line + std::strlen(command.rowName);
+    for (const Version& version : versions) {
+        if (equals(suffix, version.suffix)) return printSource(version.source);
+    }
+    reject(command);
+}
+
+void reportModel(const Command& command) {
+    if (!isEmpty(command.argument)) return reject(command);
+    printSource({readStatusText, R"({"device":{"modelName":"%s"}})"});
+}
