@@ -10,9 +10,11 @@ struct SwitchRules {
     Gate gate = nullptr;         ///< asked before a change
 };
 
+inline constexpr SwitchRules straightSwitch{};
+
 void setSwitch(const Command& command, const SwitchRules& rules);
 
-template <SwitchRules rules = SwitchRules{}>
+template <const SwitchRules& rules = straightSwitch>
 void setSwitch(const Command& command) {
     setSwitch(command, rules);
 }
