@@ -1,5 +1,6 @@
 #include "tests/double/platform_double.h"
 
+#include "host/base/json.h"
 #include "platform/event_bus.h"
 #include "platform/factory_data.h"
 #include "platform/json_token.h"
@@ -26,14 +27,11 @@
 #include <tuple>
 #include <unistd.h>
 
+using host::Json;
+using host::parseFirstJson;
 using platform_double::Lines;
 
 namespace {
-
-struct ReleaseToken {
-    void operator()(json_object* token) const { json_object_put(token); }
-};
-using Token = std::unique_ptr<json_object, ReleaseToken>;
 
 constexpr auto patience = std::chrono::seconds(10);
 
@@ -52,7 +50,7 @@ struct Event {
 struct Store {
     const char* updateFunction;
     const char* eventSuffix;
-    Token tree{json_object_new_object()};
+    Json tree{json_object_new_object()};
 };
 
 /// A readable descriptor as long as something waits.
@@ -155,13 +153,11 @@ const char* nameOf(const lh_entry* member) { return static_cast<const char*>(lh_
 
 json_object* valueOf(const lh_entry* member) { return static_cast<json_object*>(lh_entry_v(member)); }
 
-Token copyOf(json_object* value) {
+Json copyOf(json_object* value) {
     json_object* copy = nullptr;
     json_object_deep_copy(value, &copy, nullptr);
-    return Token(copy);
+    return Json(copy);
 }
-
-std::string textOf(json_object* value) { return json_object_to_json_string_ext(value, JSON_C_TO_STRING_PLAIN); }
 
 /// The value that a query document leads to: the first member of each of its objects is the next step.
 json_object* find(json_object* tree, json_object* query) {
@@ -172,13 +168,13 @@ json_object* find(json_object* tree, json_object* query) {
 }
 
 /// The same value, below the names of the query.
-Token findBelowNames(json_object* tree, json_object* query) {
+Json findBelowNames(json_object* tree, json_object* query) {
     const lh_entry* step = firstMember(query);
     if (step == nullptr) return copyOf(tree);
     if (!json_object_object_get_ex(tree, nameOf(step), &tree)) return nullptr;
-    Token below = findBelowNames(tree, valueOf(step));
+    Json below = findBelowNames(tree, valueOf(step));
     if (below == nullptr) return nullptr;
-    Token outer(json_object_new_object());
+    Json outer(json_object_new_object());
     json_object_object_add(outer.get(), nameOf(step), below.release());
     return outer;
 }
@@ -215,17 +211,17 @@ void send(const std::string& name, const std::string& payload) {
 int update(Store& store, const char* text) {
     const Lock locked = lock();
     if (fails(store.updateFunction)) return -1;
-    const Token document(json_token_parse(text));
+    const Json document = parseFirstJson(text);
     if (!json_object_is_type(document.get(), json_type_object)) {
         errno = EINVAL;
         return -1;
     }
     device().updates.push_back(text);
     for (lh_entry* branch = firstMember(document.get()); branch != nullptr; branch = lh_entry_next(branch)) {
-        const Token part(json_object_new_object());
+        const Json part(json_object_new_object());
         json_object_object_add(part.get(), nameOf(branch), json_object_get(valueOf(branch)));
         if (merge(store.tree.get(), part.get()))
-            send(nameOf(branch) + std::string(store.eventSuffix), textOf(part.get()));
+            send(nameOf(branch) + std::string(store.eventSuffix), host::compactText(part.get()));
     }
     return 0;
 }
@@ -235,7 +231,7 @@ template <typename Read>
 int query(const char* function, const Store& store, const char* queryText, Read read) {
     const Lock locked = lock();
     if (fails(function)) return 0;
-    const Token query(json_token_parse(queryText));
+    const Json query = parseFirstJson(queryText);
     json_object* value = query == nullptr ? nullptr : find(store.tree.get(), query.get());
     if (value != nullptr && read(value)) return 1;
     errno = ENOENT;
@@ -267,9 +263,9 @@ int queryString(const char* function, const Store& store, const char* text, char
 }
 
 json_token* queryToken(const char* function, const Store& store, const char* text) {
-    Token found;
+    Json found;
     query(function, store, text, [&](json_object*) {
-        found = findBelowNames(store.tree.get(), Token(json_token_parse(text)).get());
+        found = findBelowNames(store.tree.get(), parseFirstJson(text).get());
         return true;
     });
     return found.release();
@@ -277,7 +273,7 @@ json_token* queryToken(const char* function, const Store& store, const char* tex
 
 void setStore(Store& store, const std::string& text) {
     const Lock locked = lock();
-    const Token document(json_token_parse(text.c_str()));
+    const Json document = parseFirstJson(text.c_str());
     if (document == nullptr) {
         std::fprintf(stderr, "platform double: no JSON: %s\n", text.c_str());
         std::abort();
@@ -287,9 +283,9 @@ void setStore(Store& store, const std::string& text) {
 
 std::string stored(const Store& store, const std::string& text) {
     const Lock locked = lock();
-    const Token query(json_token_parse(text.c_str()));
+    const Json query = parseFirstJson(text.c_str());
     json_object* value = find(store.tree.get(), query.get());
-    return value == nullptr ? "" : textOf(value);
+    return value == nullptr ? "" : host::compactText(value);
 }
 
 Lines copyOfLines(const Lines& lines) {

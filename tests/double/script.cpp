@@ -1,0 +1,31 @@
+/// Steers a whole program on the device in memory from its environment. Each line of CMDD_DOUBLE is one of
+///     config DOCUMENT · status DOCUMENT · fail FUNCTION · reply SERVICE METHOD TEXT
+#include "tests/double/platform_double.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <sstream>
+
+namespace {
+
+void obey(const std::string& line) {
+    std::istringstream words(line);
+    std::string verb, service, method, rest;
+    words >> verb;
+    if (verb == "reply") words >> service >> method;
+    std::getline(words >> std::ws, rest);
+    if (verb == "config") return platform_double::setConfig(rest);
+    if (verb == "status") return platform_double::setStatus(rest);
+    if (verb == "fail") return platform_double::fail(rest);
+    if (verb == "reply") return platform_double::setReply(service, method, rest);
+    std::fprintf(stderr, "CMDD_DOUBLE: %s\n", line.c_str());
+    std::abort();
+}
+
+const bool isSteered = [] {
+    std::istringstream lines(std::getenv("CMDD_DOUBLE"));
+    for (std::string line; std::getline(lines, line);) obey(line);
+    return true;
+}();
+
+}  // namespace
