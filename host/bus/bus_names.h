@@ -1,0 +1,32 @@
+/// What events, services and methods are called on the bus.
+///
+/// Each event has an interface of its own: the bus keeps its match rules by interface, so that an event costs it
+/// nothing for those who asked for other events.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace host {
+
+inline constexpr char eventPath[] = "/event";
+inline constexpr char eventMember[] = "Event";
+inline constexpr char eventInterfacePrefix[] = "device.event.";
+inline constexpr char callInterface[] = "device.Lpc";
+inline constexpr char callPathPrefix[] = "/lpc/";
+
+/// The longest text that an event, a call or a reply carries, in bytes. The bus closes the connection of a sender that
+/// exceeds its own, larger limit.
+inline constexpr std::size_t longestText = 512 * 1024;
+
+/// Path of the bus's socket.
+std::string busPath();
+
+/// True for a name of letters, digits and underscores that does not start with a digit, as the bus wants them.
+bool isBusName(const char* name);
+
+inline std::string eventInterface(std::string_view event) { return std::string(eventInterfacePrefix).append(event); }
+inline std::string servicePath(std::string_view service) { return std::string(callPathPrefix).append(service); }
+inline std::string serviceName(std::string_view service) { return std::string("lpc.").append(service); }
+
+}  // namespace host

@@ -1,0 +1,103 @@
+#include "host/bus/connection.h"
+
+#include "host/base/device_root.h"
+#include "host/bus/bus_names.h"
+
+#include <cstring>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+namespace host {
+namespace {
+
+bool fillAddress(sockaddr_un& address) {
+    const std::string path = busPath();
+    address.sun_family = AF_UNIX;
+    if (path.size() >= sizeof address.sun_path) return failBus(-ENAMETOOLONG);
+    std::memcpy(address.sun_path, path.c_str(), path.size() + 1);
+    return true;
+}
+
+void limitSending(int socket, std::chrono::microseconds limit) {
+    constexpr long million = 1'000'000;
+    const timeval time{limit.count() / million, limit.count() % million};
+    setsockopt(socket, SOL_SOCKET, SO_SNDTIMEO, &time, sizeof time);
+}
+
+/// Queues up at the bus's door. A descriptor that does not block would be turned away when many connect at once.
+bool connectBlocking(int socket, const sockaddr_un& address) {
+    const Deadline deadline(busLimit);
+    while (!deadline.isOver()) {
+        limitSending(socket, deadline.left());
+        if (connect(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0) return true;
+        if (errno != EINTR) return errno == EAGAIN ? failBus(-ETIMEDOUT) : false;
+    }
+    return failBus(-ETIMEDOUT);
+}
+
+int connectToBus() {
+    sockaddr_un address{};
+    if (!fillAddress(address)) return -1;
+    const int descriptor = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    if (descriptor < 0 || connectBlocking(descriptor, address)) return descriptor;
+    const int error = errno;
+    ::close(descriptor);
+    errno = error;
+    return -1;
+}
+
+/// Hands the descriptor to sd-bus, which owns it from then on, success or not.
+int startBus(sd_bus* bus, int descriptor) {
+    int result = sd_bus_set_fd(bus, descriptor, descriptor);
+    if (result >= 0) result = sd_bus_set_bus_client(bus, true);
+    if (result >= 0) result = sd_bus_start(bus);
+    return result;
+}
+
+}  // namespace
+
+bool Connection::open() {
+    if (isOpen()) return true;
+    abandonInChild();
+    close();
+    const int descriptor = connectToBus();
+    if (descriptor < 0) return false;
+    int result = sd_bus_new(&bus_);
+    if (result < 0) {
+        ::close(descriptor);
+        return failBus(result);
+    }
+    descriptor_ = descriptor;
+    owner_ = getpid();
+    result = startBus(bus_, descriptor);
+    if (result >= 0) return true;
+    close();
+    return failBus(result);
+}
+
+bool Connection::isOpen() const { return bus_ != nullptr && owner_ == getpid() && sd_bus_is_open(bus_) > 0; }
+
+void Connection::close() {
+    abandonInChild();
+    bus_ = sd_bus_close_unref(bus_);
+    descriptor_ = -1;
+}
+
+void Connection::abandonInChild() {
+    if (bus_ == nullptr || owner_ == getpid()) return;
+    // sd-bus refuses everything in a child. Only the descriptor is given back: while it is open anywhere, the bus
+    // takes the parent for connected.
+    ::close(descriptor_);
+    bus_ = nullptr;
+    descriptor_ = -1;
+}
+
+bool Connection::flush(Deadline deadline) {
+    return processUntil(bus_, deadline, [this] {
+        uint64_t waiting = 0;
+        return sd_bus_is_ready(bus_) > 0 && sd_bus_get_n_queued_write(bus_, &waiting) >= 0 && waiting == 0;
+    });
+}
+
+}  // namespace host

@@ -1,0 +1,71 @@
+/// A connection to the device's bus.
+#pragma once
+
+#include "host/bus/deadline.h"
+
+#include <cerrno>
+#include <sys/types.h>
+#include <systemd/sd-bus.h>
+
+namespace host {
+
+/// How long the bus may take to let a connection in or to take a message.
+inline constexpr std::chrono::milliseconds busLimit{2000};
+
+/// Belongs to the thread and the process that opened it: a forked child finds it closed and opens its own.
+class Connection {
+  public:
+    Connection() = default;
+    ~Connection() { close(); }
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+
+    /// Connects, if it is not open already. Getting through the bus's door is bounded by busLimit; the greetings are
+    /// exchanged later, along with what is sent. False with errno set on failure.
+    bool open();
+
+    bool isOpen() const;
+
+    void close();
+
+    sd_bus* bus() const { return bus_; }
+
+    int descriptor() const { return descriptor_; }
+
+    /// Waits until the bus has let the connection in and has taken all that was sent. False with errno set.
+    bool flush(Deadline deadline);
+
+  private:
+    void abandonInChild();
+
+    sd_bus* bus_ = nullptr;
+    int descriptor_ = -1;
+    pid_t owner_ = 0;
+};
+
+/// errno from one of sd-bus's negative results; always false.
+inline bool failBus(int result) {
+    errno = -result;
+    return false;
+}
+
+/// How the C interfaces report: 0 for success, with errno left as it is for failure.
+inline int statusOf(bool success) { return success ? 0 : -1; }
+
+/// Handles what comes in on `bus` until `isDone()`. False with errno set when the bus is gone or the time is over.
+template <typename Condition>
+bool processUntil(sd_bus* bus, Deadline deadline, Condition isDone) {
+    while (!isDone()) {
+        const int handled = sd_bus_process(bus, nullptr);
+        if (handled < 0) return failBus(handled);
+        if (handled > 0) continue;
+        // What was handled last, or written just now, may have settled it: only then is there something to wait for.
+        if (isDone()) return true;
+        if (deadline.isOver()) return failBus(-ETIMEDOUT);
+        const int ready = sd_bus_wait(bus, static_cast<uint64_t>(deadline.left().count()));
+        if (ready < 0 && ready != -EINTR) return failBus(ready);
+    }
+    return true;
+}
+
+}  // namespace host

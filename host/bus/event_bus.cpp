@@ -1,0 +1,91 @@
+#include "platform/event_bus.h"
+
+#include "host/bus/bus_names.h"
+#include "host/bus/connection.h"
+#include "host/bus/outgoing.h"
+#include "host/bus/text_message.h"
+
+#include <cstring>
+#include <list>
+#include <memory>
+
+using host::failBus;
+using host::statusOf;
+
+namespace {
+
+struct Subscription {
+    eventbus* bus;
+    eventbus_callback callback;
+    void* userData;
+};
+
+int publishOn(sd_bus* bus, const char* event, const char* payload) {
+    sd_bus_message* message = nullptr;
+    int result = sd_bus_message_new_signal(bus, &message, host::eventPath, host::eventInterface(event).c_str(),
+                                           host::eventMember);
+    if (result >= 0) result = host::appendText(message, payload);
+    if (result >= 0) result = sd_bus_send(bus, message, nullptr);
+    sd_bus_message_unref(message);
+    return result;
+}
+
+bool isPublishable(const char* event, const char* payload) {
+    if (!host::isBusName(event)) return failBus(-EINVAL);
+    return std::strlen(payload) < host::longestText || failBus(-EMSGSIZE);
+}
+
+}  // namespace
+
+struct eventbus {
+    host::Connection connection;
+    std::list<Subscription> subscriptions;  // the bus keeps pointers to them
+    int refusal = 0;                        // the error of a subscription that the bus refused
+};
+
+namespace {
+
+int onEvent(sd_bus_message* message, void* userData, sd_bus_error* /*error*/) {
+    const auto* subscription = static_cast<const Subscription*>(userData);
+    const char* payload = host::readText(message);
+    if (payload != nullptr) subscription->callback(subscription->userData, payload);
+    return 0;
+}
+
+int onSubscribed(sd_bus_message* reply, void* userData, sd_bus_error* /*error*/) {
+    const int error = sd_bus_message_get_errno(reply);
+    if (error != 0) static_cast<const Subscription*>(userData)->bus->refusal = error;
+    return 1;
+}
+
+}  // namespace
+
+eventbus* eventbus_open() {
+    auto bus = std::make_unique<eventbus>();
+    return bus->connection.open() ? bus.release() : nullptr;
+}
+
+int eventbus_subscribe(eventbus* bus, const char* event, eventbus_callback callback, void* user_data) {
+    if (!host::isBusName(event)) return statusOf(failBus(-EINVAL));
+    Subscription& subscription = bus->subscriptions.emplace_back(Subscription{bus, callback, user_data});
+    const std::string match = "type='signal',interface='" + host::eventInterface(event) + "'";
+    const int result =
+        sd_bus_add_match_async(bus->connection.bus(), nullptr, match.c_str(), onEvent, onSubscribed, &subscription);
+    return statusOf(result >= 0 || failBus(result));
+}
+
+int eventbus_fileno(eventbus* bus) { return bus->connection.descriptor(); }
+
+int eventbus_on_data_available(eventbus* bus) {
+    int handled = 1;
+    while (handled > 0) handled = sd_bus_process(bus->connection.bus(), nullptr);
+    if (handled == 0) handled = -bus->refusal;
+    return statusOf(handled >= 0 || failBus(handled));
+}
+
+void eventbus_close(eventbus* bus) { delete bus; }
+
+int eventbus_publish(const char* event, const char* payload) {
+    if (!isPublishable(event, payload)) return -1;
+    return statusOf(host::sendFromThread([&](sd_bus* bus) { return publishOn(bus, event, payload); }));
+}

@@ -1,0 +1,133 @@
+#include "host/bus/bus_names.h"
+#include "host/bus/call_log.h"
+#include "host/bus/connection.h"
+#include "host/bus/text_message.h"
+#include "platform/lpc.h"
+
+#include <algorithm>
+#include <list>
+#include <memory>
+#include <string>
+
+using host::failBus;
+using host::statusOf;
+
+struct lpc_service {
+    std::string name;
+    std::string method;
+    lpc_handler handler;
+    void* userData;
+};
+
+struct lpc_request {
+    sd_bus_message* call;
+    const char* text;
+};
+
+namespace {
+
+/// What a thread offers: all over one connection.
+struct Offers {
+    host::Connection connection;
+    std::list<lpc_service> services;  // the bus keeps pointers to them
+};
+
+Offers& threadOffers() {
+    thread_local Offers offers;
+    return offers;
+}
+
+int refuse(sd_bus_message* call) { return sd_bus_reply_method_errorf(call, SD_BUS_ERROR_INVALID_ARGS, "not a text"); }
+
+/// All methods of a service share its path; each takes its own calls and leaves the others'.
+int onCall(sd_bus_message* call, void* userData, sd_bus_error* /*error*/) {
+    const auto* service = static_cast<const lpc_service*>(userData);
+    if (sd_bus_message_is_method_call(call, host::callInterface, service->method.c_str()) <= 0) return 0;
+    const char* text = host::readText(call);
+    if (text == nullptr) return refuse(call);
+    host::logCall(service->name.c_str(), service->method.c_str(), text);
+    service->handler(new lpc_request{sd_bus_message_ref(call), text}, service->userData);
+    return 1;
+}
+
+enum class NameResult : uint32_t { owned = 1, taken = 3, ownedAlready = 4 };
+
+bool judgeNameReply(sd_bus_message* reply) {
+    const int error = sd_bus_message_get_errno(reply);
+    if (error != 0) return failBus(-error);
+    uint32_t result = 0;
+    if (sd_bus_message_read(reply, "u", &result) <= 0) return failBus(-EBADMSG);
+    return static_cast<NameResult>(result) != NameResult::taken || failBus(-EEXIST);
+}
+
+int keepReply(sd_bus_message* reply, void* userData, sd_bus_error* /*error*/) {
+    *static_cast<sd_bus_message**>(userData) = sd_bus_message_ref(reply);
+    return 1;
+}
+
+/// Asks the bus for the service's name, in bounded time.
+bool takeName(sd_bus* bus, const char* service) {
+    sd_bus_message* reply = nullptr;
+    sd_bus_slot* slot = nullptr;
+    const int result = sd_bus_request_name_async(bus, &slot, host::serviceName(service).c_str(), 0, keepReply, &reply);
+    const bool taken = (result >= 0 || failBus(result)) &&
+                       host::processUntil(bus, host::Deadline(host::busLimit), [&] { return reply != nullptr; }) &&
+                       judgeNameReply(reply);
+    const int error = errno;
+    sd_bus_slot_unref(slot);
+    sd_bus_message_unref(reply);
+    errno = error;
+    return taken;
+}
+
+/// A lost connection has taken its services with it; so has the parent's in a forked child.
+bool openForOffers() {
+    Offers& offers = threadOffers();
+    if (!offers.connection.isOpen()) offers.services.clear();
+    return offers.connection.open();
+}
+
+bool isOffered(const Offers& offers, const char* service) {
+    return std::any_of(offers.services.begin(), offers.services.end(),
+                       [service](const lpc_service& offered) { return offered.name == service; });
+}
+
+}  // namespace
+
+lpc_service* lpc_service_create(const char* service, int /*flags*/, const char* method, lpc_handler handler,
+                                void* user_data) {
+    const bool named = (host::isBusName(service) && host::isBusName(method)) || failBus(-EINVAL);
+    if (!named || !openForOffers()) return nullptr;
+    Offers& offers = threadOffers();
+    sd_bus* bus = offers.connection.bus();
+    if (!isOffered(offers, service) && !takeName(bus, service)) return nullptr;
+    lpc_service& offer = offers.services.emplace_back(lpc_service{service, method, handler, user_data});
+    const int result = sd_bus_add_object(bus, nullptr, host::servicePath(service).c_str(), onCall, &offer);
+    return result >= 0 || failBus(result) ? &offer : nullptr;
+}
+
+int lpc_service_fileno(lpc_service* /*service*/) {
+    const host::Connection& connection = threadOffers().connection;
+    return connection.isOpen() || failBus(-ENOTCONN) ? connection.descriptor() : -1;
+}
+
+int lpc_service_on_connect(lpc_service* /*service*/) {
+    host::Connection& connection = threadOffers().connection;
+    int handled = 1;
+    while (handled > 0) handled = sd_bus_process(connection.bus(), nullptr);
+    if (handled < 0) return statusOf(failBus(handled));
+    return statusOf(connection.flush(host::Deadline(host::busLimit)));
+}
+
+const char* lpc_request_params(lpc_request* request) { return request->text; }
+
+void lpc_request_completed(lpc_request* request, const char* reply) {
+    sd_bus_message* message = nullptr;
+    int result = sd_bus_message_new_method_return(request->call, &message);
+    if (result >= 0) result = host::appendText(message, reply != nullptr ? reply : "");
+    if (result >= 0) result = sd_bus_message_send(message);
+    if (result < 0) sd_bus_reply_method_errno(request->call, result, nullptr);
+    sd_bus_message_unref(message);
+    sd_bus_message_unref(request->call);
+    delete request;
+}

@@ -1,0 +1,64 @@
+#include "host/bus/monitor.h"
+
+#include "host/bus/bus_names.h"
+#include "host/bus/text_message.h"
+
+namespace host {
+namespace {
+
+std::string_view afterPrefix(const char* text, std::string_view prefix) {
+    const std::string_view whole = text == nullptr ? "" : text;
+    return whole.starts_with(prefix) ? whole.substr(prefix.size()) : std::string_view();
+}
+
+int keepReply(sd_bus_message* reply, void* userData, sd_bus_error* /*error*/) {
+    *static_cast<sd_bus_message**>(userData) = sd_bus_message_ref(reply);
+    return 1;
+}
+
+/// Asks the bus for a copy of every event and every call. From its answer on the connection can send nothing.
+int becomeMonitor(sd_bus* bus, sd_bus_slot** slot, sd_bus_message** reply) {
+    const std::string events = std::string("type='signal',path='") + eventPath + "'";
+    const std::string calls = std::string("type='method_call',interface='") + callInterface + "'";
+    return sd_bus_call_method_async(bus, slot, "org.freedesktop.DBus", "/org/freedesktop/DBus",
+                                    "org.freedesktop.DBus.Monitoring", "BecomeMonitor", keepReply, reply, "asu", 2,
+                                    events.c_str(), calls.c_str(), 0);
+}
+
+}  // namespace
+
+bool Monitor::open() {
+    if (!connection_.open()) return false;
+    sd_bus_message* reply = nullptr;
+    sd_bus_slot* slot = nullptr;
+    int result = sd_bus_add_filter(connection_.bus(), nullptr, onMessage, this);
+    if (result >= 0) result = becomeMonitor(connection_.bus(), &slot, &reply);
+    bool watching = (result >= 0 || failBus(result)) &&
+                    processUntil(connection_.bus(), Deadline(busLimit), [&] { return reply != nullptr; });
+    const int refusal = watching ? sd_bus_message_get_errno(reply) : errno;
+    sd_bus_slot_unref(slot);
+    sd_bus_message_unref(reply);
+    return refusal == 0 || failBus(-refusal);
+}
+
+void Monitor::run() {
+    processUntil(connection_.bus(), Deadline(std::chrono::years(100)), [] { return false; });
+}
+
+/// Takes every message, so that sd-bus answers none of those that are meant for others.
+int Monitor::onMessage(sd_bus_message* message, void* self, sd_bus_error* /*error*/) {
+    const char* text = readText(message);
+    uint8_t type = 0;
+    sd_bus_message_get_type(message, &type);
+    BusTraffic traffic{{}, {}, text};
+    if (type == SD_BUS_MESSAGE_METHOD_CALL) {
+        traffic.service = afterPrefix(sd_bus_message_get_path(message), callPathPrefix);
+        traffic.name = sd_bus_message_get_member(message);
+    } else {
+        traffic.name = afterPrefix(sd_bus_message_get_interface(message), eventInterfacePrefix);
+    }
+    if (text != nullptr) static_cast<const Monitor*>(self)->report_(traffic);
+    return 1;
+}
+
+}  // namespace host

@@ -1,0 +1,31 @@
+#include "host/bus/outgoing.h"
+
+#include "host/bus/connection.h"
+
+namespace host {
+namespace {
+
+bool sendOver(Connection& connection, const Send& send) {
+    if (!connection.open()) return false;
+    const int result = send(connection.bus());
+    if (result < 0) failBus(result);
+    if (result >= 0 && connection.flush(Deadline(busLimit))) return true;
+    // A message stuck half way must not be taken later, when its sender has long been told that it failed.
+    const int error = errno;
+    connection.close();
+    errno = error;
+    return false;
+}
+
+bool isDisconnect(int error) { return error == ECONNRESET || error == ENOTCONN || error == EPIPE; }
+
+}  // namespace
+
+bool sendFromThread(const Send& send) {
+    thread_local Connection connection;
+    const bool kept = connection.isOpen();
+    if (sendOver(connection, send)) return true;
+    return kept && isDisconnect(errno) && sendOver(connection, send);
+}
+
+}  // namespace host
