@@ -1,0 +1,137 @@
+#include "host/launcher/console_process.h"
+
+#include "host/base/device_root.h"
+#include "host/launcher/console_port.h"
+#include "host/launcher/neighbour_table.h"
+
+#include <array>
+#include <cerrno>
+#include <cstdlib>
+#include <fcntl.h>
+#include <signal.h>
+#include <spawn.h>
+#include <sys/ioctl.h>
+#include <sys/resource.h>
+#include <termios.h>
+#include <unistd.h>
+#include <vector>
+
+namespace host {
+namespace {
+
+/// The console waits with select(), which can name no descriptor from 1024 on.
+constexpr rlim_t consoleDescriptorLimit = 256;
+
+/// Raw before the program starts: what a client types at once must be neither echoed nor translated by the terminal.
+bool makeRaw(int terminal) {
+    termios attributes;
+    if (tcgetattr(terminal, &attributes) != 0) return false;
+    cfmakeraw(&attributes);
+    return tcsetattr(terminal, TCSANOW, &attributes) == 0;
+}
+
+UniqueFd openTerminal() {
+    UniqueFd terminal(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK));
+    if (!terminal || grantpt(terminal.get()) != 0 || unlockpt(terminal.get()) != 0 || !makeRaw(terminal.get()))
+        terminal.reset();
+    return terminal;
+}
+
+/// Nothing of the launcher's environment and nothing that a client could choose. The search path ends with the
+/// stand-ins, so that no shell line of a console finds the machine's own programs.
+std::vector<std::string> environmentOf(const ConsoleIdentity& identity) {
+    std::vector<std::string> environment = {
+        "PATH=" + inRoot("sbin"), std::string(deviceRootVariable) + "=" + deviceRoot(),
+        "TELNET_CLIENT_IP=" + identity.clientAddress,
+        "MALLOC_ARENA_MAX=1",  // threads that hardly allocate share one arena
+    };
+    const std::string hardwareAddress = hardwareAddressOf(identity.clientAddress);
+    if (!hardwareAddress.empty()) environment.push_back("TELNET_CLIENT_MAC=" + hardwareAddress);
+    return environment;
+}
+
+std::vector<char*> pointersTo(std::vector<std::string>& texts) {
+    std::vector<char*> pointers;
+    for (std::string& text : texts) pointers.push_back(text.data());
+    pointers.push_back(nullptr);
+    return pointers;
+}
+
+/// A new session that opens `terminalName` first, and so gets it as its controlling terminal.
+class SpawnPlan {
+  public:
+    explicit SpawnPlan(const char* terminalName) {
+        posix_spawn_file_actions_init(&actions_);
+        posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, terminalName, O_RDWR, 0);
+        posix_spawn_file_actions_adddup2(&actions_, STDIN_FILENO, STDOUT_FILENO);
+        posix_spawn_file_actions_adddup2(&actions_, STDIN_FILENO, STDERR_FILENO);
+        sigset_t none, all;
+        sigemptyset(&none);
+        sigfillset(&all);
+        posix_spawnattr_init(&attributes_);
+        posix_spawnattr_setsigmask(&attributes_, &none);
+        posix_spawnattr_setsigdefault(&attributes_, &all);
+        posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSID | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+    }
+    SpawnPlan(const SpawnPlan&) = delete;
+    SpawnPlan& operator=(const SpawnPlan&) = delete;
+    ~SpawnPlan() {
+        posix_spawnattr_destroy(&attributes_);
+        posix_spawn_file_actions_destroy(&actions_);
+    }
+
+    /// The new process, or -1 with errno set.
+    pid_t run(const std::string& program, char* const* arguments, char* const* environment) const {
+        pid_t pid = -1;
+        errno = posix_spawn(&pid, program.c_str(), &actions_, &attributes_, arguments, environment);
+        return errno == 0 ? pid : -1;
+    }
+
+  private:
+    posix_spawn_file_actions_t actions_;
+    posix_spawnattr_t attributes_;
+};
+
+pid_t spawn(const char* terminalName, const ConsoleIdentity& identity) {
+    std::vector<std::string> arguments = {identity.programName};
+    std::vector<std::string> environment = environmentOf(identity);
+    return SpawnPlan(terminalName)
+        .run(deviceRoot() + identity.programName, pointersTo(arguments).data(), pointersTo(environment).data());
+}
+
+/// The launcher itself is allowed many more.
+void limitDescriptors(pid_t pid) {
+    const rlimit limit = {consoleDescriptorLimit, consoleDescriptorLimit};
+    prlimit(pid, RLIMIT_NOFILE, &limit, nullptr);
+}
+
+}  // namespace
+
+std::optional<ConsoleProcess> ConsoleProcess::start(const ConsoleIdentity& identity) {
+    UniqueFd terminal = openTerminal();
+    std::array<char, 64> name;
+    if (!terminal || ptsname_r(terminal.get(), name.data(), name.size()) != 0) return std::nullopt;
+    const pid_t pid = spawn(name.data(), identity);
+    if (pid < 0) return std::nullopt;
+    limitDescriptors(pid);
+    return ConsoleProcess(std::move(terminal), pid);
+}
+
+int ConsoleProcess::unreadBytes() const {
+    const UniqueFd programsEnd(ioctl(terminal_.get(), TIOCGPTPEER, O_RDWR | O_NOCTTY | O_CLOEXEC));
+    int count = 0;
+    if (programsEnd) ioctl(programsEnd.get(), FIONREAD, &count);
+    return count;
+}
+
+void ConsoleProcess::signal(int number) const { kill(pid_, number); }
+
+bool deviceRootIsComplete() {
+    for (const char* name : {"sbin/reboot", "sbin/killall"})
+        if (access(inRoot(name).c_str(), X_OK) != 0) return false;
+    for (const ConsolePort& port : consolePorts)
+        if (access((deviceRoot() + port.programName).c_str(), X_OK) != 0) return false;
+    return true;
+}
+
+}  // namespace host

@@ -1,0 +1,47 @@
+/// The console program of one connection, on a pseudo-terminal of its own.
+#pragma once
+
+#include "host/loop/unique_fd.h"
+
+#include <optional>
+#include <string>
+#include <sys/types.h>
+
+namespace host {
+
+/// What the console is told of its connection: the name it is started under and its environment.
+struct ConsoleIdentity {
+    std::string programName;  ///< "/usr/bin/*cmdd9000port"
+    std::string clientAddress;
+};
+
+class ConsoleProcess {
+  public:
+    /// Starts the program of that name below the device root. None, with errno set, when it could not be started.
+    static std::optional<ConsoleProcess> start(const ConsoleIdentity& identity);
+
+    pid_t pid() const { return pid_; }
+
+    /// The launcher's end of the terminal, non-blocking; -1 after hangUp().
+    int terminal() const { return terminal_.get(); }
+
+    /// How many bytes of what was typed the program has not read yet.
+    int unreadBytes() const;
+
+    /// Closes the terminal, which sends the program SIGHUP.
+    void hangUp() { terminal_.reset(); }
+
+    void signal(int number) const;
+
+  private:
+    ConsoleProcess(UniqueFd terminal, pid_t pid) : terminal_(std::move(terminal)), pid_(pid) {}
+
+    UniqueFd terminal_;
+    pid_t pid_;
+};
+
+/// Whether the device root holds the programs of the four names and the stand-ins of the shell commands that a console
+/// runs, so that neither a console nor a command from outside of it can be reached.
+bool deviceRootIsComplete();
+
+}  // namespace host

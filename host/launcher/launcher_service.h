@@ -1,0 +1,33 @@
+/// What other daemons of the device may ask of the launcher, over LPC.
+#pragma once
+
+#include "host/launcher/doors.h"
+#include "host/launcher/sessions.h"
+#include "host/loop/event_loop.h"
+
+#include <chrono>
+#include <memory>
+#include <string>
+
+namespace host {
+
+/// Offers "telnetLauncher": "listen" with a port moves the telnet port, "endSessions" ends all sessions. Without a bus
+/// it tries again and again; the sessions do not need it.
+class LauncherService {
+  public:
+    LauncherService(EventLoop& loop, Doors& doors, Sessions& sessions);
+
+  private:
+    void offer();
+    bool tryToOffer();
+    void retryLater();
+    std::string listen(const char* port);
+
+    EventLoop& loop_;
+    Doors& doors_;
+    Sessions& sessions_;
+    std::unique_ptr<ReadWatch> requests_;
+    Timer retry_;
+};
+
+}  // namespace host

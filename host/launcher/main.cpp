@@ -1,0 +1,71 @@
+/// Gives each connection to one of the device's ports a console of its own.
+#include "host/base/device_root.h"
+#include "host/base/readiness.h"
+#include "host/launcher/console_process.h"
+#include "host/launcher/doors.h"
+#include "host/launcher/launch_options.h"
+#include "host/launcher/launcher_service.h"
+#include "host/launcher/sessions.h"
+#include "host/loop/event_loop.h"
+
+#include <csignal>
+#include <cstdio>
+#include <sys/resource.h>
+#include <unistd.h>
+
+namespace host {
+namespace {
+
+constexpr int usageStatus = 2;
+
+bool readOptions(int argc, char** argv, LaunchOptions& options) {
+    bool understood = argc % 2 == 1;
+    for (int i = 1; understood && i < argc; i += 2) understood = options.take(argv[i], argv[i + 1]);
+    return understood;
+}
+
+/// Consoles run in the device root, and nothing of them outside of it.
+bool enterDeviceRoot() {
+    if (deviceRootIsComplete() && chdir(deviceRoot().c_str()) == 0) return true;
+    std::fprintf(stderr, "launcher: %s is not a complete device root\n", deviceRoot().c_str());
+    return false;
+}
+
+/// Two descriptors a session, and more while it begins and ends.
+void raiseDescriptorLimit() {
+    rlimit limit;
+    if (getrlimit(RLIMIT_NOFILE, &limit) != 0) return;
+    limit.rlim_cur = limit.rlim_max;
+    setrlimit(RLIMIT_NOFILE, &limit);
+}
+
+int serve(const LaunchOptions& options) {
+    EventLoop loop;
+    Sessions sessions(loop, options);
+    Doors doors(loop, options, sessions);
+    if (!doors.open()) return 1;
+    LauncherService service(loop, doors, sessions);
+    const auto stop = [&] {
+        doors.close();
+        sessions.close([&loop] { loop.stop(); });
+    };
+    SignalWatch onTerminate(loop, SIGTERM, stop), onInterrupt(loop, SIGINT, stop);
+    announceReady(doors.description());
+    loop.run();
+    return 0;
+}
+
+}  // namespace
+}  // namespace host
+
+int main(int argc, char** argv) {
+    host::LaunchOptions options;
+    if (!host::readOptions(argc, argv, options)) {
+        std::fprintf(stderr, "usage: %s %s\n", argv[0], host::launchUsage);
+        return host::usageStatus;
+    }
+    if (!host::enterDeviceRoot()) return 1;
+    host::raiseDescriptorLimit();
+    std::signal(SIGPIPE, SIG_IGN);
+    return host::serve(options);
+}

@@ -1,0 +1,71 @@
+/// One connection and its console: bytes both ways, and the end of the one when the other ends.
+#pragma once
+
+#include "host/launcher/console_process.h"
+#include "host/launcher/farewells.h"
+#include "host/launcher/peer.h"
+#include "host/launcher/telnet_stream.h"
+#include "host/loop/channel.h"
+#include "host/loop/event_loop.h"
+
+#include <chrono>
+#include <memory>
+#include <string>
+
+namespace host {
+
+class Session {
+  public:
+    /// `peerPatience` is how long a peer may take nothing of its waiting output. `onOver` is called once, when isOver()
+    /// has become true; it must not destroy the session.
+    Session(EventLoop& loop, Peer peer, ConsoleProcess console, TelnetStream::Kind kind, Farewells& farewells,
+            std::chrono::milliseconds peerPatience, Callback onOver);
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+    const std::string& peerAddress() const { return peer_.address; }
+
+    /// Whether the running console has that process.
+    bool isOf(pid_t pid) const { return !exited_ && console_.pid() == pid; }
+
+    /// The console has ended and been reaped, and the peer has all of its output or is gone.
+    bool isOver() const { return exited_ && !fromPeer_; }
+
+    /// To be called when the console's process has been reaped.
+    void consoleExited();
+
+    /// Asks the console to end with SIGTERM; its last output is still delivered.
+    void terminate();
+
+    /// Closes both sides: the console gets SIGHUP, and SIGKILL if that was not enough.
+    void hangUp();
+
+  private:
+    Channel::Handlers peerHandlers();
+    Channel::Handlers consoleHandlers();
+
+    void toConsole(const std::string& typed);
+    void toPeer(const std::string& bytes);
+    void startDraining();
+    void awaitQuiet();
+    void onQuiet();
+    bool isAnswering() const;
+    void closeConsole();
+    void takeLastOutput();
+    void partIfDelivered();
+    void reportIfOver();
+
+    TelnetStream stream_;
+    Peer peer_;
+    ConsoleProcess console_;
+    Farewells& farewells_;
+    Callback onOver_;
+    std::unique_ptr<Channel> fromPeer_;     ///< none once the peer is gone
+    std::unique_ptr<Channel> fromConsole_;  ///< none once the console's terminal is closed
+    Timer quiet_;                           ///< runs while the peer, its input ended, waits for the answers
+    std::chrono::steady_clock::time_point drainingEnd_;
+    Timer kill_;
+    bool exited_ = false;
+};
+
+}  // namespace host

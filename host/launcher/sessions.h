@@ -1,0 +1,42 @@
+/// All sessions of the device: who is let in, and who is still there.
+#pragma once
+
+#include "host/launcher/console_port.h"
+#include "host/launcher/farewells.h"
+#include "host/launcher/launch_options.h"
+#include "host/launcher/session.h"
+#include "host/loop/event_loop.h"
+
+#include <list>
+#include <string>
+
+namespace host {
+
+class Sessions {
+  public:
+    Sessions(EventLoop& loop, const LaunchOptions& options);
+
+    /// Starts a console for the connection, or tells the peer in one line why there is none.
+    void admit(Peer peer, const ConsolePort& port);
+
+    /// Asks every console to end.
+    void terminateAll();
+
+    /// Ends every session and calls `onEmpty` once all consoles are gone.
+    void close(Callback onEmpty);
+
+  private:
+    const char* reasonToRefuse(const std::string& address) const;
+    void reap();
+    void sweep();
+
+    EventLoop& loop_;
+    const LaunchOptions& options_;
+    Farewells farewells_;
+    std::list<Session> sessions_;
+    Timer sweep_;
+    SignalWatch childWatch_;
+    Callback onEmpty_;
+};
+
+}  // namespace host

@@ -1,0 +1,29 @@
+/// A file descriptor that is closed with its owner.
+#pragma once
+
+#include <utility>
+
+namespace host {
+
+class UniqueFd {
+  public:
+    UniqueFd() = default;
+    explicit UniqueFd(int fd) : fd_(fd) {}
+    UniqueFd(UniqueFd&& other) noexcept : fd_(other.release()) {}
+    UniqueFd& operator=(UniqueFd&& other) noexcept {
+        reset(other.release());
+        return *this;
+    }
+    ~UniqueFd() { reset(); }
+
+    int get() const { return fd_; }
+    explicit operator bool() const { return fd_ >= 0; }
+
+    int release() { return std::exchange(fd_, -1); }
+    void reset(int fd = -1);
+
+  private:
+    int fd_ = -1;
+};
+
+}  // namespace host
