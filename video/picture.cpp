@@ -1,0 +1,34 @@
+#include "video/picture.h"
+
+#include "text/text.h"
+
+#include <cstdio>
+
+void resetPicture(const Command& command) {
+    if (!isEmpty(command.argument)) return reject(command);
+    if (!readScalerModeStatus()) return printLine("Command FAILED");  // without the line, unlike all others
+    const int counter = readInteger(command.leaf).value_or(0);
+    const Document document = fillInteger(command.leaf, counter == 0 ? 1 : 0);
+    if (writeSetting(command, document, false)) printLine(command.rowName);
+}
+
+void copyOutputEdid(const Command& command) {
+    // Both lines end in a bare line feed on purpose, unlike all others.
+    if (!equals(command.argument, "mem1")) {
+        std::printf("Command FAILED: (%s)\n", command.line);
+    } else if (writeInteger(command, 1)) {
+        std::printf("%s\n", command.line);
+    }
+}
+
+void listPreferredTimings(const Command& command) {
+    if (!isEmpty(command.argument)) return reject(command);
+    int index = 0;
+    for (const char* name : preferredTimings) std::printf("%02d    %s\r\n", index++, name);
+}
+
+void printOutputResolutions() {
+    printLine("index \t format");
+    int index = 0;
+    for (const char* name : outputResolutions) std::printf("\t%02d\t%s\r\n", index++, name);
+}

@@ -1,0 +1,15 @@
+/// What ends a control string on its way to the display, by the word that the settings hold for it.
+#pragma once
+
+struct TriggerEnd {
+    const char* word;
+    const char* asHexWords;    ///< to follow a string of hexadecimal byte words
+    const char* asCharacters;  ///< to follow any text; the byte 0 cannot stand in one
+    bool isNull;               ///< told to the sending daemon beside the string
+};
+
+/// Null for a word that is none of the eight.
+const TriggerEnd* findTriggerEnd(const char* word);
+
+/// The end of a control string: any unknown word ends it as "STX" does.
+const TriggerEnd& triggerEnd(const char* word);

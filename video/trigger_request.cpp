@@ -1,0 +1,26 @@
+#include "video/trigger_request.h"
+
+#include "text/quoting.h"
+
+namespace {
+
+void appendString(RequestText& text, const char* key, const EndedString& string) {
+    text.appendFormat("\"%s\":\"", key);
+    appendJsonEscaped(text, string.content);
+    appendJsonEscaped(text, string.end);
+    text.append("\",");
+}
+
+}  // namespace
+
+RequestText toJson(const TriggerRequest& request) {
+    RequestText text;
+    // The daemon takes isRepeated as its order to verify the answer: the field's name and its source differ on purpose.
+    text.appendFormat(R"({"displayControl":{"fiveSecDelay":%d ,"fbVerify":%d ,"sendcount":%d ,)", request.waits,
+                      request.isRepeated, request.sendCount);
+    appendString(text, "sendData", request.sent);
+    appendString(text, "fbData", request.expected);
+    text.appendFormat(R"("fbEndNone":%d,"leadingFlag":%d,"writeNull":%d,"readNull":%d}})", request.endsBare,
+                      request.isLeading, request.writesNull, request.readsNull);
+    return text;
+}

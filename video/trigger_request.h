@@ -1,0 +1,27 @@
+/// What the console hands to a display-control daemon: one control string, or one piece of a paced one.
+#pragma once
+
+#include "text/fixed_text.h"
+
+/// A string and what follows it.
+struct EndedString {
+    const char* content = "";
+    const char* end = "";
+};
+
+struct TriggerRequest {
+    int waits = 0;  ///< waits of five seconds before the string is sent
+    bool isRepeated = false;
+    int sendCount = 1;
+    EndedString sent{};
+    EndedString expected{};  ///< what the display is to answer
+    bool endsBare = false;   ///< a piece that nothing follows
+    bool isLeading = true;   ///< the first or only piece
+    bool writesNull = false;
+    bool readsNull = false;
+};
+
+using RequestText = FixedText<1024>;
+
+/// The request as JSON. Strings are escaped, so that the daemon gets every byte of them and no field of their making.
+RequestText toJson(const TriggerRequest& request);
