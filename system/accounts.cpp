@@ -2,7 +2,7 @@
 
 #include "platform/user_config.h"
 #include "settings/log.h"
-#include "system/owned_token.h"
+#include "settings/owned_token.h"
 #include "system/service_call.h"
 #include "system/words.h"
 #include "text/fixed_text.h"
@@ -20,11 +20,10 @@ constexpr int accountLimit = 4;
 /// How long the system service may take for an SSH user, in milliseconds.
 constexpr int sshReplyLimit = 9000;
 
-/// One account; null members where the stored one has none. The texts belong to the document they were read from.
+/// Null members where the stored account has none. The texts belong to the document they were read from.
 struct User {
     const char* name;
     const char* password;
-    const char* level;
 };
 
 struct DestroyCompletion {
@@ -66,20 +65,20 @@ User userAt(json_token* accounts, int position) {
     const auto member = [&](const char* name) {
         return json_token_object_walk_get_string(accounts, memberPath(position, name).c_str(), nullptr);
     };
-    return {member("username"), member("password"), member("level")};
+    return {member("username"), member("password")};
 }
 
 void reportSetFailure(int result) {
     if (result != 0) std::printf("set_object: users[1] failed!");
 }
 
-void putUser(json_token* accounts, int position, const User& user) {
+void putUser(json_token* accounts, int position, const User& user, const char* level) {
     const auto setMember = [&](const char* name, const char* value) {
         reportSetFailure(json_token_object_walk_set_string(accounts, memberPath(position, name).c_str(), value));
     };
     setMember("username", user.name);
     setMember("password", user.password);
-    setMember("level", user.level);
+    setMember("level", level);
 }
 
 bool isTaken(json_token* accounts, const char* name) {
@@ -112,6 +111,7 @@ void listUsers() {
 /// Has the system service add the SSH user of a new account and tells the operator what came of it. The account stays
 /// in any case.
 void addSshUser(const Command& command, json_token* account) {
+    if (account == nullptr) return reject(command);
     lpc_completion* call = nullptr;
     if (lpc_proxy_call_with_reply("systemd", "sshAddUser", json_token_to_string(account), &call) != 0) {
         return std::perror("lpc_proxy_call");
@@ -140,7 +140,7 @@ bool copyOthers(json_token* from, json_token* to, const char* name) {
         const User user = userAt(from, position);
         if (user.name == nullptr || user.password == nullptr) break;
         if (isSameName(user.name, name)) continue;
-        putUser(to, copied, {user.name, user.password, copied == 0 ? "Administrator" : "Guest"});
+        putUser(to, copied, user, copied == 0 ? "Administrator" : "Guest");
         ++copied;
     }
     return copied < position;
@@ -158,7 +158,7 @@ void addUser(const Command& command) {
     if (position >= accountLimit || words.count() != 2 || !isAlphanumeric(words[1])) return reject(command);
     if (isTaken(accounts.get(), words[0])) return reject(command);
 
-    putUser(accounts.get(), position, {words[0], words[1], "Guest"});
+    putUser(accounts.get(), position, {words[0], words[1]}, "Guest");
     user_config_update(json_token_to_string(accounts.get()));
     printLine(command.line);
     addSshUser(command, json_token_object_walk_get_object(accounts.get(), userPath(position).c_str()));

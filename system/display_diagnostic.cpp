@@ -14,7 +14,7 @@ void sendToDisplay(const char* text) {
 
 }  // namespace
 
-void switchDisplayDiagnostic(const Command& command) {
+void runDiagnostic(const Command& command) {
     if (equals(command.argument, "on")) sendToDisplay("KX_Display On");
     if (equals(command.argument, "off")) sendToDisplay("KX_Display Off");
 }

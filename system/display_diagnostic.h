@@ -5,4 +5,4 @@
 
 /// on | off: asks the display daemon for its diagnostic picture and says so on standard error. Silent otherwise, on a
 /// wrong argument as well.
-void switchDisplayDiagnostic(const Command& command);
+void runDiagnostic(const Command& command);

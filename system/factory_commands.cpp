@@ -40,7 +40,7 @@ bool updateMacStatus(const char* address) {
 
 }  // namespace
 
-void setMacAddress(const Command& command) {
+void writeMacAddress(const Command& command) {
     if (MacGroups(command.argument, "-").count() != 6) return reject(command);
     const OwnedText address = replaceAll(command.argument, "-", ":");
     if (!address || !writeFactoryText(command.leaf, address.get())) return;
@@ -50,7 +50,7 @@ void setMacAddress(const Command& command) {
     if (!updateMacStatus(written.get())) printLine("user_status_update");
 }
 
-void showMacAddress(const Command& command) {
+void reportMacAddress(const Command& command) {
     if (!isEmpty(command.argument)) return reject(command);
     const OwnedText address = readVisibleText(command.leaf);
     if (!address) return;
@@ -63,19 +63,19 @@ void showMacAddress(const Command& command) {
     std::printf("\r\n");
 }
 
-void setSerialNumber(const Command& command) {
+void writeSerialNumber(const Command& command) {
     if (isEmpty(command.argument)) return reject(command);
     if (!writeOrReport(command)) return;
     const OwnedText written = readVisibleText(command.leaf);
     if (written) printSetting(command.rowName, written.get());
 }
 
-void setProductId(const Command& command) {
+void writeProductId(const Command& command) {
     if (isEmpty(command.argument)) return reject(command);
     if (writeOrReport(command)) printLine(command.argument);
 }
 
-void showFactoryText(const Command& command) {
+void reportFactoryText(const Command& command) {
     if (!isEmpty(command.argument)) return reject(command);
     const OwnedText text = readVisibleText(command.leaf);
     if (text) printLine(text.get());

@@ -5,16 +5,16 @@
 
 /// SQrnMac aa-bb-cc-dd-ee-ff: writes the MAC address, shows what was written and tells the status store. The address
 /// is kept with colons and shown with dashes.
-void setMacAddress(const Command& command);
+void writeMacAddress(const Command& command);
 
 /// RQrnMac.
-void showMacAddress(const Command& command);
+void reportMacAddress(const Command& command);
 
 /// SQrnSN value: writes and shows what was written.
-void setSerialNumber(const Command& command);
+void writeSerialNumber(const Command& command);
 
 /// SQrnPID value: writes and echoes the value.
-void setProductId(const Command& command);
+void writeProductId(const Command& command);
 
 /// RQrnSN, RQrnVID, RQrnPID.
-void showFactoryText(const Command& command);
+void reportFactoryText(const Command& command);

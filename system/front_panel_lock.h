@@ -3,8 +3,5 @@
 
 #include "settings/command.h"
 
-/// Lock and "Lock sta", which answers "Lock" whatever the state. The whole line must read so.
-void lockFrontPanel(const Command& command);
-
-/// Unlock; the whole line must read so.
-void unlockFrontPanel(const Command& command);
+/// Lock, Unlock, and "Lock sta", which answers "Lock" whatever the state. The whole line must read so.
+void setLock(const Command& command);

@@ -9,7 +9,7 @@ namespace {
 
 constexpr char never[] = "never";
 
-void showIdleTimeout(const Command& command) {
+void reportIdleTimeout(const Command& command) {
     const std::optional<int> seconds = readInteger(command.leaf);
     if (!seconds) return reject(command);
     printIdleTimeout(command.rowName, {.number = *seconds});
@@ -18,12 +18,11 @@ void showIdleTimeout(const Command& command) {
 }  // namespace
 
 void setIdleTimeout(const Command& command) {
-    if (strcasecmp(command.argument, "sta") == 0) return showIdleTimeout(command);
+    if (strcasecmp(command.argument, "sta") == 0) return reportIdleTimeout(command);
     const bool isNever = equals(command.argument, never);
     const std::optional<int> seconds = isNever ? 0 : parseDecimal(command.argument);
     if (!seconds || *seconds > 3600) return reject(command);
-    const bool unchanged = readInteger(command.leaf).value_or(0) == *seconds;
-    if (!writeSetting(command, fillInteger(command.leaf, *seconds), unchanged)) return;
+    if (!writeInteger(command, *seconds)) return;
     if (isNever) return printSetting(command.rowName, never);
     printSetting(command.rowName, *seconds);
 }

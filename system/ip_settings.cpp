@@ -53,9 +53,7 @@ void setDhcp(const Command& command) {
     if (equals(command.argument, "sta")) return printDhcp(command.rowName, {.text = readText(command.leaf).get()});
     const bool on = equals(command.argument, "on");
     if (!on && !equals(command.argument, "off")) return reject(command);
-    const char* bootProto = on ? "DHCP" : "STATIC";
-    const bool unchanged = isStored(command.leaf, bootProto);
-    if (writeSetting(command, fillText(command.leaf, bootProto), unchanged)) printSetting(command.rowName, onOff(on));
+    if (writeText(command, on ? "DHCP" : "STATIC")) printSetting(command.rowName, onOff(on));
 }
 
 void printDhcp(const char* rowName, const ChangedValue& value) {

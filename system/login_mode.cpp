@@ -8,7 +8,7 @@
 
 namespace {
 
-void showLoginMode(const Command& command) {
+void reportLoginMode(const Command& command) {
     const std::optional<int> on = readBoolean(command.leaf);
     if (on) printOnOff(command.rowName, {.number = *on});
 }
@@ -21,11 +21,10 @@ void endAllConsoles() {
 }  // namespace
 
 void setLoginMode(const Command& command) {
-    if (equals(command.argument, "sta")) return showLoginMode(command);
+    if (equals(command.argument, "sta")) return reportLoginMode(command);
     const bool on = equals(command.argument, "on");
     if (!on && !equals(command.argument, "off")) return reject(command);
-    const bool unchanged = readBoolean(command.leaf).value_or(0) == static_cast<int>(on);
-    if (!writeSetting(command, fillBoolean(command.leaf, on), unchanged)) return;
+    if (!writeBoolean(command, on)) return;
     printSetting(command.rowName, onOff(on));
     endAllConsoles();
 }

@@ -12,7 +12,7 @@ void restartListener(int port) {
     callService("networkd", "TelnetRestart", text.c_str());
 }
 
-void showTelnetPort(const Command& command) {
+void reportTelnetPort(const Command& command) {
     const std::optional<int> port = readInteger(command.leaf);
     if (port) printSetting(command.rowName, *port);
 }
@@ -20,7 +20,7 @@ void showTelnetPort(const Command& command) {
 }  // namespace
 
 void setTelnetPort(const Command& command) {
-    if (equals(command.argument, "sta")) return showTelnetPort(command);
+    if (equals(command.argument, "sta")) return reportTelnetPort(command);
     const std::optional<int> port = parseDecimal(command.argument);
     if (!port || *port < 1 || *port > 65535) return reject(command);
     const bool unchanged = readInteger(command.leaf).value_or(0) == *port;

@@ -1,0 +1,32 @@
+/// A console on an empty device in memory, with broadcast off, so that every command answers by itself.
+#pragma once
+
+#include "tests/double/platform_double.h"
+#include "tests/double/typed.h"
+
+#include <gtest/gtest.h>
+
+using namespace platform_double;
+
+class ConsoleTest : public testing::Test {
+  protected:
+    ConsoleTest() { reset(); }
+    static void setBroadcast() { setConfig(R"({"system":{"broadcast":true}})"); }
+};
+
+/// What the console answers to lines typed one after the other.
+template <typename... Line>
+std::string type(const Line&... lines) {
+    std::string replies;
+    ((replies += typed(lines)), ...);
+    return replies;
+}
+
+/// What goes to standard error, and the reply behind it.
+inline std::string typeAndHear(const std::string& line) {
+    std::string reply;
+    const std::string errors = captureErrors([&] { reply = typed(line); });
+    return errors + reply;
+}
+
+inline std::string refusal(const std::string& line) { return "Command FAILED: (" + line + ")\r\n"; }
