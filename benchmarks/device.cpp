@@ -1,0 +1,65 @@
+#include "benchmarks/device.h"
+
+#include "host/loop/unique_fd.h"
+
+#include <array>
+#include <csignal>
+#include <cstdio>
+#include <fcntl.h>
+#include <memory>
+#include <stdexcept>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace bench {
+namespace {
+
+/// The supervisor with its standard output on `output`.
+pid_t startSupervisor(const std::filesystem::path& program, const std::filesystem::path& root, int output) {
+    const pid_t pid = fork();
+    if (pid != 0) return pid;
+    dup2(output, STDOUT_FILENO);
+    execl(program.c_str(), "device", "--root", root.c_str(), "--port", "0", "--ports", "0,0,0", nullptr);
+    std::perror(program.c_str());
+    _exit(127);
+}
+
+/// The port of the line "ready: telnet 127.0.0.1 PORT"; 0 when the supervisor ends without it.
+int awaitReady(int output) {
+    const std::unique_ptr<FILE, int (*)(FILE*)> lines(fdopen(output, "r"), std::fclose);
+    std::array<char, 256> line;
+    int port = 0;
+    while (std::fgets(line.data(), line.size(), lines.get()) != nullptr) {
+        if (std::sscanf(line.data(), "ready: telnet %*s %d", &port) == 1) break;
+    }
+    return port;
+}
+
+}  // namespace
+
+Device::Device(const std::filesystem::path& build, std::filesystem::path root) : root_(std::move(root)) {
+    std::filesystem::remove_all(root_);
+    std::filesystem::create_directories(root_);
+    std::array<int, 2> pipe{};
+    if (pipe2(pipe.data(), O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
+    host::UniqueFd input(pipe[0]), output(pipe[1]);
+    pid_ = startSupervisor(build / "host/device/device", root_, output.get());
+    output.reset();
+    port_ = awaitReady(input.release());
+    if (port_ == 0) throw std::runtime_error("the device did not start");
+}
+
+Device::~Device() {
+    kill(pid_, SIGTERM);
+    waitpid(pid_, nullptr, 0);
+}
+
+Program Device::console() const {
+    constexpr char name[] = "/usr/bin/*cmdd";
+    return {root_.string() + name,
+            {name},
+            {"PATH=" + (root_ / "sbin").string(), "DEVICE_ROOT=" + root_.string(), "TELNET_CLIENT_IP=127.0.0.1",
+             "MALLOC_ARENA_MAX=1"}};
+}
+
+}  // namespace bench
