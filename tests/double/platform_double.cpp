@@ -10,6 +10,7 @@
 #include "platform/user_config.h"
 #include "platform/user_status.h"
 
+#include <algorithm>
 #include <chrono>
 #include <condition_variable>
 #include <cstdarg>
@@ -420,17 +421,23 @@ bool awaitSubscription(const std::string& event) {
 
 std::string callService(const std::string& service, const std::string& method, const std::string& text) {
     Lock locked = lock();
-    for (lpc_service& offered : device().services) {
-        if (offered.name != service || offered.method != method) continue;
-        auto* request = new lpc_request{text, "", false};
-        offered.waiting.push_back(request);
-        offered.signal.raise();
-        if (!device().changed.wait_for(locked, patience, [request] { return request->completed; })) return "no answer";
-        const std::string reply = request->reply;
-        delete request;
-        return reply;
-    }
-    return "no service";
+    const auto isAsked = [&](const lpc_service& offered) {
+        return offered.name == service && offered.method == method;
+    };
+    std::list<lpc_service>& services = device().services;
+    auto asked = services.end();
+    const auto isOffered = [&] {
+        asked = std::find_if(services.begin(), services.end(), isAsked);
+        return asked != services.end();
+    };
+    if (!device().changed.wait_for(locked, patience, isOffered)) return "no service";
+    auto* request = new lpc_request{text, "", false};  // left to the service when it never answers
+    asked->waiting.push_back(request);
+    asked->signal.raise();
+    if (!device().changed.wait_for(locked, patience, [request] { return request->completed; })) return "no answer";
+    const std::string reply = request->reply;
+    delete request;
+    return reply;
 }
 
 }  // namespace platform_double
@@ -587,6 +594,7 @@ lpc_service* lpc_service_create(const char* service, int /*flags*/, const char* 
     created.method = method;
     created.handler = handler;
     created.userData = userData;
+    device().changed.notify_all();
     return &created;
 }
 

@@ -61,8 +61,8 @@ bool settle();
 /// Waits until somebody subscribed to the event. False after ten seconds.
 bool awaitSubscription(const std::string& event);
 
-/// Calls a service that the program offers and returns its reply once the request was completed.
-/// "no service" or "no answer" (after ten seconds) otherwise.
+/// Calls a service that the program offers, now or within ten seconds, and returns its reply once the request was
+/// completed. "no service" or "no answer" after ten seconds.
 std::string callService(const std::string& service, const std::string& method, const std::string& text);
 
 }  // namespace platform_double

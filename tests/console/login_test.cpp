@@ -1,0 +1,133 @@
+#include "console/login.h"
+
+#include "console/session.h"
+#include "tests/double/capture.h"
+#include "tests/double/platform_double.h"
+
+#include <gtest/gtest.h>
+#include <pty.h>
+#include <thread>
+
+using namespace platform_double;
+
+namespace {
+
+class LoginTest : public testing::Test {
+  protected:
+    LoginTest() {
+        reset();
+        setConfig(R"({"account":{"users":[{"username":"root","password":"r1"},{"username":"Bob","password":"b2"}]}})");
+        setenv("TELNET_CLIENT_MAC", "00:11:22:33:44:55", 1);
+        setenv("TELNET_CLIENT_IP", "192.0.2.7", 1);
+        sessionAuthenticated = 0;
+    }
+
+    /// What the dialogue says to answers given one after the other.
+    std::string answer(const Lines& texts) {
+        return capture([&] {
+            for (const std::string& text : texts) result_ = loginStep(state_, attempts_, text.c_str());
+        });
+    }
+
+    LoginState state_ = expectingUserName;
+    int attempts_ = 0;
+    int result_ = -1;
+};
+
+const std::string failed = "bruteForceAttacksd cgiLoginFailedMacaddr 00:11:22:33:44:55";
+const std::string succeeded = "bruteForceAttacksd loginSuccessEvent 00:11:22:33:44:55";
+
+TEST_F(LoginTest, ASecondUserLogsInWithItsOwnPassword) {
+    EXPECT_EQ(answer({"bob", "Bob"}), "");
+    EXPECT_EQ(state_, expectingPassword);
+    EXPECT_EQ(answer({"r1"}), "\r\n");
+    EXPECT_EQ(state_, expectingUserName);
+    EXPECT_EQ(sessionAuthenticated, 0);
+    EXPECT_EQ(answer({"Bob", "b2"}), "\nWelcome to Telnet.\r\n");
+    EXPECT_EQ(state_, loggedIn);
+    EXPECT_EQ(sessionAuthenticated, 1);
+    EXPECT_EQ(attempts_, 3);
+    EXPECT_EQ(calls(), (Lines{failed, failed, succeeded}));
+    EXPECT_EQ(answer({"anything"}), "");
+    EXPECT_EQ(result_, 1);
+}
+
+TEST_F(LoginTest, UnreadableAccountsLeaveTheStateAndForgetTheUser) {
+    answer({"Bob"});
+    fail("user_config_query_to_json_token", 1);
+    setLogLevel(5);
+    EXPECT_EQ(answer({"b2"}), "");
+    EXPECT_EQ(result_, expectingPassword);
+    EXPECT_EQ(logLines(), Lines{"5 json_token_new_object"});
+    answer({"b2"});
+    EXPECT_EQ(state_, expectingUserName) << "the first user's password was expected";
+}
+
+TEST_F(LoginTest, ReportsTheClientThatTheLauncherNamed) {
+    setenv("TELNET_CLIENT_MAC", "", 1);
+    EXPECT_TRUE(loginReport(true));
+    fail("lpc_proxy_call", 1);
+    EXPECT_FALSE(loginReport(false));
+    unsetenv("TELNET_CLIENT_MAC");
+    EXPECT_FALSE(loginReport(false));
+    EXPECT_EQ(calls(), Lines{"bruteForceAttacksd loginSuccessEvent 192.0.2.7"});
+}
+
+TEST_F(LoginTest, AClientIsLockedByAnyOfItsEntries) {
+    EXPECT_FALSE(loginIsLocked("a"));
+    setStatus(R"({"network":{"http":{"bruteForceAttacks":{"loginFailedList":[
+        {"id":"a","isLock":false},{"isLock":true},7,{"id":"b","isLock":true},{"id":"a","isLock":true}]}}}})");
+    EXPECT_TRUE(loginIsLocked("a"));
+    EXPECT_TRUE(loginIsLocked("b"));
+    EXPECT_FALSE(loginIsLocked("A"));
+    EXPECT_FALSE(loginIsLocked(nullptr));
+    fail("user_status_query_to_json_token");
+    EXPECT_FALSE(loginIsLocked("a"));
+}
+
+/// A terminal of the test's own as standard input.
+class Terminal {
+  public:
+    Terminal() : saved_(dup(STDIN_FILENO)) {
+        int inner;
+        openpty(&outer_, &inner, nullptr, nullptr, nullptr);
+        dup2(inner, STDIN_FILENO);
+        close(inner);
+    }
+    ~Terminal() {
+        dup2(saved_, STDIN_FILENO);
+        close(saved_);
+        close(outer_);
+    }
+    Terminal(const Terminal&) = delete;
+    Terminal& operator=(const Terminal&) = delete;
+    void type(const std::string& text) const {
+        ASSERT_EQ(write(outer_, text.data(), text.size()), ssize_t(text.size()));
+    }
+
+  private:
+    int outer_ = -1;
+    int saved_;
+};
+
+TEST_F(LoginTest, AnAnswerIsWhatWasTypedLastBeforeTheQuiet) {
+    const Terminal terminal;
+    char answer[8] = "";
+    EXPECT_EQ(loginReadInput(answer, sizeof answer, 20), 0);
+    terminal.type("root");
+    EXPECT_EQ(loginReadInput(answer, sizeof answer, 20), 4);
+    EXPECT_STREQ(answer, "root");
+    terminal.type("0123456789");
+    EXPECT_EQ(loginReadInput(answer, sizeof answer, 20), 3);
+    EXPECT_STREQ(answer, "789");
+    std::thread late([&terminal] {
+        terminal.type("a");
+        usleep(20'000);
+        terminal.type("b");
+    });
+    EXPECT_EQ(loginReadInput(answer, sizeof answer, 2000), 1);
+    late.join();
+    EXPECT_STREQ(answer, "b");
+}
+
+}  // namespace

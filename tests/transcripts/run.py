@@ -1,0 +1,355 @@
+#!/usr/bin/env python3
+"""Plays *.session files against a device of their own and compares every byte that comes back.
+
+    == title              a scene; its consoles end with it, and the lines before the first scene open each of them
+    open A B              consoles over telnet; "open C 9001" on another port
+    double A: fail x; ..  a console on the device in memory, steered by these words (tests/double/script.cpp)
+    close A               hangs up
+    A> text               typed on A and ended by CR; its echo is expected
+    A> text  => reply     ... and this line comes back on A; "=>>" on every open console
+    A>> "bytes\\r\\n"       sent as it stands; the echo is to be written out
+    $ config get {...}    devicectl with these words, the last one taking the rest of the line
+
+What has to follow, nothing more and nothing less, before the next of the above:
+
+    A: text               a line, ended by CR LF, on A; "AB:" on both
+    A:: "bytes"           the bytes as they stand
+    A closed              the session ends
+    | text                a line that devicectl prints; "exit 1" where it fails
+    * event NAME TEXT     what the bus carried, as "devicectl watch" prints it; not looked at where no "*" stands,
+    * nothing             and this for nothing at all
+    log: text             a line with this text in a file of the run's log
+
+A text in double quotes is read with C escapes, and %{text*3} stands for texttexttext. Nothing here sleeps: behind each
+step an unknown word is typed and an event published, and what came before both have answered is what the step did.
+"""
+
+import argparse
+import ast
+import contextlib
+import difflib
+import itertools
+import os
+import pathlib
+import pty
+import re
+import select
+import signal
+import socket
+import subprocess
+import sys
+import tempfile
+import termios
+import time
+
+PATIENCE = 10
+IAC_SEQUENCE = re.compile(rb"\xff(?:[\xfb-\xfe].|\xff)", re.S)
+
+
+class Failure(Exception):
+    """What differs from the session, ready to be shown."""
+
+
+def text(operand):
+    operand = re.sub(r"%\{(.*?)\*(\d+)\}", lambda m: m[1] * int(m[2]), operand)
+    if len(operand) > 1 and operand[0] == operand[-1] == '"':
+        return ast.literal_eval("b" + operand)
+    return operand.encode()
+
+
+def shown(data):
+    """Bytes as lines that can be read and compared; line ends as a line end, other control bytes as escapes."""
+    lines = data.decode("latin-1").replace("\\", "\\\\").split("\r\n")
+    plain = [re.sub(r"[^\x20-\x7e]", lambda m: f"\\x{ord(m[0]):02x}", line) for line in lines]
+    return [line if len(line) < 300 else f"{line[:140]} ...{len(line)}... {line[-140:]}" for line in plain]
+
+
+def difference(what, expected, got):
+    return "\n".join([what, *list(difflib.unified_diff(expected, got, "expected", "got", lineterm="", n=1))[2:]])
+
+
+def compare(what, expected, got):
+    if expected != got:
+        raise Failure(difference(what, expected, got))
+
+
+class Console:
+    """One end of a session: what came and was not yet asked for."""
+
+    def __init__(self, descriptor, is_telnet):
+        self.descriptor, self.is_telnet = descriptor, is_telnet
+        self.raw, self.seen, self.closed = b"", b"", False
+        os.set_blocking(descriptor.fileno(), False)
+
+    def fileno(self):
+        return self.descriptor.fileno()
+
+    def receive(self):
+        try:
+            data = os.read(self.fileno(), 65536)
+        except OSError:
+            data = b""
+        self.closed = self.closed or not data
+        self.raw += data
+        if self.is_telnet:
+            self.raw = IAC_SEQUENCE.sub(lambda m: b"\xff" if m[0] == b"\xff\xff" else b"", self.raw)
+        whole = self.raw.find(b"\xff") if self.is_telnet and b"\xff" in self.raw[-3:] else len(self.raw)
+        self.seen += self.raw[:whole]
+        self.raw = self.raw[whole:]
+
+    def send(self, data, pump):
+        data = data.replace(b"\xff", b"\xff\xff") if self.is_telnet else data
+        while data:
+            pump(lambda: select.select([], [self], [], 0)[1], "the console takes input")
+            data = data[os.write(self.fileno(), data[:4096]):]
+
+
+class Lines:
+    """The lines of a program that keeps running."""
+
+    def __init__(self, stream):
+        self.stream, self.rest, self.lines, self.closed = stream, b"", [], False
+
+    def fileno(self):
+        return self.stream.fileno()
+
+    def receive(self):
+        data = os.read(self.fileno(), 65536)
+        self.closed = not data
+        *whole, self.rest = (self.rest + data).split(b"\n")
+        self.lines += [line.decode("latin-1") for line in whole]
+
+
+class Device:
+    """A device in a root of its own, and all that the runner holds of it."""
+
+    def __init__(self, programs):
+        self.programs, self.consoles, self.scope, self.fences = programs, {}, contextlib.ExitStack(), itertools.count(17)
+
+    def __enter__(self):
+        self.root = self.scope.enter_context(tempfile.TemporaryDirectory())
+        self.process = self.scope.enter_context(subprocess.Popen(
+            [self.programs / "device", "--root", self.root, "--port", "0", "--ports", "0,0,0"],
+            stdout=subprocess.PIPE, stderr=sys.stderr, start_new_session=True))
+        self.scope.callback(self.process.send_signal, signal.SIGTERM)
+        output = Lines(self.process.stdout)
+        self.sources = [output]
+        self.pump(lambda: output.lines or output.closed, "the device is ready")
+        compare("the device's first line", ["ready: telnet 127.0.0.1"], [" ".join(output.lines).rpartition(" ")[0]])
+        self.telnet_port = int(output.lines[0].rpartition(" ")[2])
+        watching = self.scope.enter_context(subprocess.Popen(
+            [self.programs / "devicectl", "--root", self.root, "watch"], stdout=subprocess.PIPE))
+        self.scope.callback(watching.terminate)
+        self.watched = Lines(watching.stdout)
+        self.sources.append(self.watched)
+        return self
+
+    def __exit__(self, *_):
+        self.close_all()
+        self.scope.close()
+
+    def pump(self, condition, what, patience=PATIENCE):
+        """Takes in what arrives until the condition holds."""
+        deadline = time.monotonic() + patience
+        while not condition():
+            live = [source for source in [*self.sources, *self.consoles.values()] if not source.closed]
+            if time.monotonic() > deadline:
+                raise Failure(f"waited {patience} s in vain until {what}")
+            for source in select.select(live, [], [], 0.01)[0]:
+                source.receive()
+
+    def control(self, words):
+        """Runs devicectl; its lines."""
+        most = {"config": 2, "status": 2, "factory": 3, "publish": 2, "call": 3}.get(words.split(" ")[0], 1)
+        arguments = [text(word) for word in words.split(" ", most)]
+        done = subprocess.run([self.programs / "devicectl", "--root", self.root, *arguments], timeout=PATIENCE,
+                              stdout=subprocess.PIPE, stderr=subprocess.STDOUT, check=False)
+        lines = done.stdout.decode(errors="backslashreplace").splitlines()
+        return lines + ([f"exit {done.returncode}"] if done.returncode else [])
+
+    def port(self, number):
+        if number == "23":
+            return self.telnet_port
+        return int(pathlib.Path(self.root, "ports", number).read_text())
+
+    def open(self, name, number):
+        connection = socket.create_connection(("127.0.0.1", self.port(number)), PATIENCE)
+        self.consoles[name] = console = Console(connection, True)
+        for _ in range(5 * PATIENCE):
+            with contextlib.suppress(Failure):
+                if console.seen or console.closed:
+                    break
+                self.await_event_fence(patience=0.2)
+        self.await_event_fence()
+        for each in self.consoles.values():
+            each.seen = b""
+
+    def open_double(self, name, script):
+        child, terminal = pty.fork()
+        if child == 0:
+            os.environ["CMDD_DOUBLE"] = script.replace("; ", "\n")
+            os.execv(self.programs / "cmdd_on_double", ["/usr/bin/*cmdd"])
+        self.scope.callback(os.waitpid, child, 0)
+        self.consoles[name] = console = Console(os.fdopen(terminal, "rb", 0), False)
+        self.pump(lambda: not termios.tcgetattr(console.fileno())[3] & termios.ECHO, f"console {name} is raw")
+
+    def close_all(self):
+        for console in self.consoles.values():
+            console.descriptor.close()
+        self.consoles = {}
+
+    def await_event_fence(self, patience=PATIENCE):
+        """An event behind all others: what its consoles and the watcher have not shown by now will never come."""
+        fence = f"fence-{next(self.fences)}"
+        listening = [each for each in self.consoles.values() if each.is_telnet and not each.closed]
+        self.control(f"publish CommandFeedback {fence}")
+        line = fence.encode() + b"\r\n"
+        self.pump(lambda: all(line in each.seen or each.closed for each in listening), f"all consoles show {fence}",
+                  patience)
+        for console in listening:
+            console.seen = console.seen.replace(line, b"", 1)
+        event = f"event CommandFeedback {fence}"
+        self.pump(lambda: event in self.watched.lines, f"the watcher shows {fence}")
+        self.watched.lines.remove(event)
+
+    def await_line_fence(self, console):
+        """A line behind all others, which the main thread answers last."""
+        word = f"?{next(self.fences)}".encode()
+        console.send(word + b"\r", self.pump)
+        answer = b"Command FAILED: (" + word + b")\r\n"
+        self.pump(lambda: answer in console.seen or console.closed, "the console answers another line")
+        console.seen = console.seen.replace(word + b"\r\r\n" + answer, b"", 1)
+
+    def has_log(self, wanted):
+        return any(wanted.encode() in path.read_bytes() for path in pathlib.Path(self.root, "log").rglob("*")
+                   if path.is_file())
+
+
+ACTION = re.compile(r"(open|close|double|\$|[A-Z]>>?) (.*)")
+EXPECTATION = re.compile(r"([A-Z]+::?|[A-Z]+ closed|\||\*|log:)(?: (.*))?$")
+
+
+class Step:
+    """One action and what has to follow it."""
+
+    def __init__(self, number, verb, operand):
+        self.number, self.verb, self.operand = number, verb, operand
+        self.expected, self.closed, self.output, self.watched, self.logged = {}, set(), [], None, []
+
+    def expect(self, kind, operand):
+        if kind.endswith(":") and kind != "log:":
+            data = text(operand) + (b"" if kind.endswith("::") else b"\r\n")
+            for name in kind.rstrip(":"):
+                self.expected[name] = self.expected.get(name, b"") + data
+        elif kind.endswith(" closed"):
+            self.closed |= set(kind.split()[0])
+        else:
+            {"|": self.output, "*": self.watched, "log:": self.logged}[kind].append(operand)
+
+    def play(self, device):
+        output, typed, expected = [], None, dict(self.expected)
+        if self.verb == "open":
+            names, _, port = self.operand.partition(" 9")
+            for name in names.split():
+                device.open(name, "9" + port if port else "23")
+        elif self.verb == "double":
+            device.open_double(*self.operand.split(": ", 1))
+        elif self.verb == "close":
+            device.consoles.pop(self.operand).descriptor.close()
+        elif self.verb == "$":
+            output = device.control(self.operand)
+        else:
+            typed = device.consoles[self.verb[0]]
+            expected = self.type(device, typed)
+        self.check(device, typed, expected)
+        compare("devicectl printed", self.output, output)
+
+    def type(self, device, console):
+        """Types the operand; what is expected on each console, echo and short reply included."""
+        line, sign, reply = self.operand, "", ""
+        if self.verb.endswith(">>"):
+            console.send(text(line), device.pump)
+            return self.expected
+        if match := re.fullmatch(r"(.*?) +(=>>?) (.*)", line):
+            line, sign, reply = match.groups()
+        console.send(text(line) + b"\r", device.pump)
+        expected = {}
+        for name, each in device.consoles.items():
+            expected[name] = text(line) + b"\r\r\n" if each is console else b""
+            expected[name] += text(reply) + b"\r\n" if sign == "=>>" or (sign and each is console) else b""
+            expected[name] += self.expected.get(name, b"")
+        return expected
+
+    def check(self, device, typed, expected):
+        """What was promised comes first; then the fences show that nothing else is on its way."""
+        with contextlib.suppress(Failure):
+            device.pump(lambda: all(each.closed or len(each.seen) >= len(expected.get(name, b""))
+                                    for name, each in device.consoles.items()), "all has come")
+        for name in self.closed:
+            device.pump(lambda: device.consoles[name].closed, f"session {name} ends")
+        if typed is not None and not typed.closed:
+            device.await_line_fence(typed)
+        device.await_event_fence()
+        for name, console in device.consoles.items():
+            compare(f"on console {name}", shown(expected.get(name, b"")), shown(console.seen))
+            compare(f"session {name} ended", [str(name in self.closed)], [str(console.closed)])
+            console.seen = b""
+        device.consoles = {name: each for name, each in device.consoles.items() if name not in self.closed}
+        if self.watched is not None:
+            compare("on the bus", [line for line in self.watched if line != "nothing"], device.watched.lines)
+        device.watched.lines = []
+        for wanted in self.logged:
+            device.pump(lambda: device.has_log(wanted), f"the log holds {wanted!r}")
+
+
+def read_session(path):
+    """The scenes of a file: their titles and steps."""
+    opening, scenes = [], []
+    for number, line in enumerate(path.read_text().splitlines(), 1):
+        steps = scenes[-1][1] if scenes else opening
+        if not line.strip() or line.startswith("#"):
+            continue
+        if line.startswith("== "):
+            scenes.append((line[3:], []))
+        elif match := ACTION.fullmatch(line):
+            steps.append(Step(number, *match.groups()))
+        elif match := EXPECTATION.fullmatch(line):
+            if match[1] == "*" and steps[-1].watched is None:
+                steps[-1].watched = []
+            steps[-1].expect(match[1], match[2] or "")
+        else:
+            sys.exit(f"{path}:{number}: not a line of a session: {line}")
+    return opening, scenes
+
+
+def play_scene(device, path, title, steps):
+    """True when all went as written; shows the difference otherwise."""
+    try:
+        for step in steps:
+            step.play(device)
+    except Failure as failure:
+        print(f"{path}:{step.number}: {title}\n    {step.verb} {step.operand[:200]}\n{failure}\n", flush=True)
+        return False
+    finally:
+        device.close_all()
+    return True
+
+
+def main():
+    arguments = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    arguments.add_argument("--programs", type=pathlib.Path, required=True, help="where device and devicectl were built")
+    arguments.add_argument("sessions", type=pathlib.Path, nargs="+")
+    options = arguments.parse_args()
+    failed = played = 0
+    for path in options.sessions:
+        opening, scenes = read_session(path)
+        with Device(options.programs) as device:
+            for title, steps in scenes:
+                played += 1
+                failed += not play_scene(device, path, title, opening + steps)
+    print(f"{played} scenes, {failed} failed")
+    return 1 if failed or not played else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
