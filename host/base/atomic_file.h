@@ -1,0 +1,17 @@
+/// Files that are always whole: the old content or the new one, whatever happens in between.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace host {
+
+/// Replaces the content of `path`; it has reached the disk when this returns true. False with errno set, the old
+/// content untouched.
+bool replaceFile(const std::string& path, std::string_view content);
+
+/// The content of `path`; nothing with errno set on failure.
+std::optional<std::string> readFile(const std::string& path);
+
+}  // namespace host

@@ -1,0 +1,43 @@
+#include "host/base/device_process.h"
+
+#include "host/base/device_root.h"
+
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+namespace host {
+namespace {
+
+/// The id in a lock file that somebody holds; 0 with errno set otherwise. Without a holder the id may be anybody's.
+pid_t holderOf(int lockFile) {
+    if (flock(lockFile, LOCK_SH | LOCK_NB) == 0) {
+        errno = ESRCH;
+        return 0;
+    }
+    char text[16] = "";
+    if (errno != EWOULDBLOCK || read(lockFile, text, sizeof text - 1) <= 0) return 0;
+    const int id = std::atoi(text);
+    if (id <= 1) errno = ESRCH;
+    return id > 1 ? id : 0;
+}
+
+}  // namespace
+
+std::string deviceLockPath() { return inRoot("device.lock"); }
+
+bool signalDevice(int signal) {
+    const int lockFile = open(deviceLockPath().c_str(), O_RDONLY | O_CLOEXEC);
+    if (lockFile < 0) return false;
+    const pid_t holder = holderOf(lockFile);
+    const bool isSent = holder != 0 && kill(holder, signal) == 0;
+    const int error = errno;
+    close(lockFile);
+    errno = error;
+    return isSent;
+}
+
+}  // namespace host

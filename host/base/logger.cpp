@@ -1,0 +1,76 @@
+#include "platform/logger.h"
+
+#include "host/base/device_root.h"
+
+#include <array>
+#include <cerrno>
+#include <cstdarg>
+#include <cstdio>
+#include <ctime>
+#include <fcntl.h>
+#include <string>
+#include <string_view>
+#include <unistd.h>
+
+namespace {
+
+/// The text of a line is cut to this many bytes, counted before control bytes are escaped.
+constexpr std::size_t longestText = 1024;
+
+void appendPrintable(std::string& line, char c) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (byte >= 0x20 && byte != 0x7f && byte != '\\') {
+        line += c;
+        return;
+    }
+    std::array<char, 5> escape;
+    std::snprintf(escape.data(), escape.size(), "\\x%02x", byte);
+    line += escape.data();
+}
+
+/// Some texts bring a line end of their own.
+std::string_view withoutLineEnd(std::string_view text) {
+    while (!text.empty() && (text.back() == '\n' || text.back() == '\r')) text.remove_suffix(1);
+    return text;
+}
+
+/// "2026-11-21T03:31:19.123Z *cmdd[1234] 5 "
+std::string stamp(int level) {
+    timespec now;
+    tm utc;
+    clock_gettime(CLOCK_REALTIME, &now);
+    gmtime_r(&now.tv_sec, &utc);
+    std::array<char, 32> time;
+    std::strftime(time.data(), time.size(), "%FT%T", &utc);
+    std::array<char, 128> text;
+    std::snprintf(text.data(), text.size(), "%s.%03ldZ %s[%d] %d ", time.data(), now.tv_nsec / 1000000,
+                  program_invocation_short_name, getpid(), level);
+    return text.data();
+}
+
+/// In one write, so that lines of several processes never mix.
+void appendToLog(const std::string& line) {
+    const int fd = open(host::inRoot("log/device.log").c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0600);
+    if (fd < 0) return;
+    if (write(fd, line.data(), line.size()) < 0) {
+        // A full disk; there is no other place that would not be somebody's connection.
+    }
+    close(fd);
+}
+
+}  // namespace
+
+void __printLog(int level, const char* format, ...) {
+    const int error = errno;
+    std::array<char, longestText + 1> text;
+    va_list arguments;
+    va_start(arguments, format);
+    const int length = std::vsnprintf(text.data(), text.size(), format, arguments);
+    va_end(arguments);
+    std::string line = stamp(level);
+    if (length > 0) {
+        for (const char c : withoutLineEnd(text.data())) appendPrintable(line, c);
+    }
+    appendToLog(line + "\n");
+    errno = error;
+}

@@ -1,0 +1,235 @@
+#include "host/store/database.h"
+
+#include "platform/logger.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <sqlite3.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace host {
+namespace {
+
+/// How long SQLite waits for somebody who does not take part in the store's own write lock.
+constexpr int busyLimitMilliseconds = 2000;
+
+constexpr const char* statementTexts[] = {
+    "SELECT path, value FROM leaf WHERE path >= ?1 AND path < ?2 ORDER BY path",
+    "INSERT INTO leaf(path, value) VALUES(?1, ?2) ON CONFLICT(path) DO UPDATE SET value = excluded.value",
+    "DELETE FROM leaf WHERE path >= ?1 AND path < ?2 RETURNING path",
+    "BEGIN IMMEDIATE",
+    "COMMIT",
+};
+
+/// For many small processes that read a leaf now and then: nothing is reserved in advance.
+void configureSqlite() {
+    [[maybe_unused]] static const bool isConfigured = [] {
+        sqlite3_config(SQLITE_CONFIG_MULTITHREAD);
+        sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
+        sqlite3_config(SQLITE_CONFIG_LOOKASIDE, 0, 0);
+        sqlite3_config(SQLITE_CONFIG_PAGECACHE, nullptr, 0, 0);
+        return true;
+    }();
+}
+
+int errnoOf(int result) {
+    switch (result & 0xff) {
+        case SQLITE_FULL:
+            return ENOSPC;
+        case SQLITE_READONLY:
+            return EROFS;
+        case SQLITE_BUSY:
+            return EBUSY;
+        case SQLITE_NOMEM:
+            return ENOMEM;
+        case SQLITE_CANTOPEN:
+            return ENOENT;
+        case SQLITE_ERROR:  // the statements are right: the file has another table than ours
+        case SQLITE_CORRUPT:
+        case SQLITE_NOTADB:
+            return EBADMSG;
+        default:
+            return EIO;
+    }
+}
+
+/// One run of a prepared statement, which is left ready for the next.
+class Run {
+  public:
+    explicit Run(sqlite3_stmt* statement) : statement_(statement) {}
+    ~Run() { sqlite3_reset(statement_); }
+    Run(const Run&) = delete;
+    Run& operator=(const Run&) = delete;
+
+    /// `text` must outlive the run.
+    void bind(int parameter, const std::string& text) {
+        sqlite3_bind_text(statement_, parameter, text.data(), static_cast<int>(text.size()), SQLITE_STATIC);
+    }
+
+    /// True when there is a row to read.
+    bool step() { return (result_ = sqlite3_step(statement_)) == SQLITE_ROW; }
+
+    std::string text(int column) {
+        const void* bytes = sqlite3_column_blob(statement_, column);
+        return {static_cast<const char*>(bytes), static_cast<std::size_t>(sqlite3_column_bytes(statement_, column))};
+    }
+
+    /// How the last step ended.
+    int result() const { return result_; }
+
+  private:
+    sqlite3_stmt* statement_;
+    int result_ = SQLITE_OK;
+};
+
+}  // namespace
+
+void Database::Close::operator()(sqlite3* connection) const { sqlite3_close_v2(connection); }
+
+void Database::Finalize::operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
+
+Database::Database(std::string path, Durability durability) : path_(std::move(path)), durability_(durability) {}
+
+Database::~Database() = default;
+
+bool Database::open() { return connection_ != nullptr || openFile(0); }
+
+bool Database::create() {
+    // SQLite gives its other files the mode of this one.
+    const int fd = ::open(path_.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+    if (fd >= 0) ::close(fd);
+    return openFile(SQLITE_OPEN_CREATE) &&
+           execute(
+               "PRAGMA journal_mode=WAL;"
+               "CREATE TABLE IF NOT EXISTS leaf(path TEXT PRIMARY KEY, value TEXT NOT NULL) WITHOUT ROWID");
+}
+
+bool Database::isSound() {
+    sqlite3_stmt* statement = nullptr;
+    const int result = sqlite3_prepare_v2(connection_.get(), "PRAGMA integrity_check(1)", -1, &statement, nullptr);
+    const std::unique_ptr<sqlite3_stmt, Finalize> owner(statement);
+    if (result != SQLITE_OK) return fail(result);
+    Run check(statement);
+    if (!check.step()) return fail(check.result());
+    if (check.text(0) == "ok") return prepared(readRange) != nullptr;
+    errno = EBADMSG;
+    return false;
+}
+
+std::optional<Leaves> Database::read(const PathRange& range) {
+    sqlite3_stmt* statement = prepared(readRange);
+    if (statement == nullptr) return std::nullopt;
+    Run query(statement);
+    query.bind(1, range.first);
+    query.bind(2, range.end);
+    Leaves leaves;
+    while (query.step()) leaves.push_back({query.text(0), query.text(1)});
+    if (query.result() != SQLITE_DONE) {
+        fail(query.result());
+        return std::nullopt;
+    }
+    return leaves;
+}
+
+bool Database::put(const Leaf& leaf) {
+    sqlite3_stmt* statement = prepared(putLeaf);
+    if (statement == nullptr) return false;
+    Run insertion(statement);
+    insertion.bind(1, leaf.path);
+    insertion.bind(2, leaf.value);
+    insertion.step();
+    return insertion.result() == SQLITE_DONE || fail(insertion.result());
+}
+
+bool Database::remove(const PathRange& range, std::vector<std::string>& removed) {
+    sqlite3_stmt* statement = prepared(removeRange);
+    if (statement == nullptr) return false;
+    Run deletion(statement);
+    deletion.bind(1, range.first);
+    deletion.bind(2, range.end);
+    while (deletion.step()) removed.push_back(deletion.text(0));
+    return deletion.result() == SQLITE_DONE || fail(deletion.result());
+}
+
+bool Database::begin() {
+    int hasMoved = 0;
+    sqlite3_file_control(connection_.get(), "main", SQLITE_FCNTL_HAS_MOVED, &hasMoved);
+    if (hasMoved != 0) {
+        __printLog(LOG_LEVEL_ERROR, "%s: the file was moved away", path_.c_str());
+        errno = ESTALE;
+        return false;
+    }
+    return run(beginWrite);
+}
+
+bool Database::commit() { return run(commitWrite); }
+
+void Database::rollback() {
+    // SQLite has ended it itself after some failures.
+    if (sqlite3_get_autocommit(connection_.get()) == 0) execute("ROLLBACK");
+}
+
+bool Database::checkpoint() {
+    const int result =
+        sqlite3_wal_checkpoint_v2(connection_.get(), nullptr, SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
+    return result == SQLITE_OK || result == SQLITE_BUSY || fail(result);
+}
+
+bool Database::emptyLog() {
+    const int result =
+        sqlite3_wal_checkpoint_v2(connection_.get(), nullptr, SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
+    return result == SQLITE_OK || fail(result);
+}
+
+long Database::logSize() const {
+    struct stat log = {};
+    return stat((path_ + "-wal").c_str(), &log) == 0 ? log.st_size : 0;
+}
+
+bool Database::openFile(int flags) {
+    configureSqlite();
+    sqlite3* connection = nullptr;
+    const int result = sqlite3_open_v2(path_.c_str(), &connection, flags | SQLITE_OPEN_READWRITE, nullptr);
+    connection_.reset(connection);
+    sqlite3_busy_timeout(connection, busyLimitMilliseconds);
+    sqlite3_wal_autocheckpoint(connection, 0);
+    const bool isOpen = result == SQLITE_OK ? execute(durability_ == Durability::powerCut
+                                                          ? "PRAGMA synchronous=FULL;PRAGMA cache_size=8"
+                                                          : "PRAGMA synchronous=OFF;PRAGMA cache_size=8")
+                                            : fail(result);
+    if (!isOpen) connection_.reset();
+    return isOpen;
+}
+
+bool Database::execute(const char* sql) {
+    const int result = sqlite3_exec(connection_.get(), sql, nullptr, nullptr, nullptr);
+    return result == SQLITE_OK || fail(result);
+}
+
+bool Database::run(Prepared which) {
+    sqlite3_stmt* statement = prepared(which);
+    if (statement == nullptr) return false;
+    Run once(statement);
+    once.step();
+    return once.result() == SQLITE_DONE || fail(once.result());
+}
+
+sqlite3_stmt* Database::prepared(Prepared which) {
+    if (statements_[which] == nullptr) {
+        sqlite3_stmt* statement = nullptr;
+        const int result = sqlite3_prepare_v3(connection_.get(), statementTexts[which], -1, SQLITE_PREPARE_PERSISTENT,
+                                              &statement, nullptr);
+        if (result != SQLITE_OK) fail(result);
+        statements_[which].reset(statement);
+    }
+    return statements_[which].get();
+}
+
+bool Database::fail(int result) {
+    __printLog(LOG_LEVEL_ERROR, "%s: %s", path_.c_str(), sqlite3_errmsg(connection_.get()));
+    errno = errnoOf(result);
+    return false;
+}
+
+}  // namespace host

@@ -1,0 +1,84 @@
+/// The SQLite file of a store: one row per leaf.
+#pragma once
+
+#include "host/store/document.h"
+#include "host/store/leaf_path.h"
+
+#include <array>
+#include <memory>
+#include <optional>
+#include <string>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace host {
+
+/// What a power cut may cost.
+enum class Durability {
+    powerCut,  ///< nothing that was committed
+    process,   ///< anything: only what processes leave behind counts
+};
+
+/// One connection. It belongs to one thread at a time and is never carried across a fork. Every function that fails
+/// says so with errno and a line in the device log.
+class Database {
+  public:
+    explicit Database(std::string path, Durability durability);
+    Database(const Database&) = delete;
+    Database& operator=(const Database&) = delete;
+    ~Database();
+
+    /// Opens the file, which must be there. Does nothing when it is open.
+    bool open();
+
+    /// Makes the file where it is missing, and its table, and opens it.
+    bool create();
+
+    /// Looks through the whole file; EBADMSG when it is damaged.
+    bool isSound();
+
+    /// The leaves in `range`, by path.
+    std::optional<Leaves> read(const PathRange& range);
+
+    bool put(const Leaf& leaf);
+
+    /// Takes the leaves in `range` away and appends their paths to `removed`.
+    bool remove(const PathRange& range, std::vector<std::string>& removed);
+
+    /// One transaction, alone among writers from its beginning. ESTALE when the file is no longer the one at its path.
+    bool begin();
+    bool commit();
+    /// Ends a transaction without a trace; does nothing when there is none.
+    void rollback();
+
+    /// Moves the write-ahead log into the database, as far as nobody has to wait for it.
+    bool checkpoint();
+    /// Waits for readers and gives the log's room back. Nobody may write meanwhile.
+    bool emptyLog();
+    /// Size of the write-ahead log in bytes.
+    long logSize() const;
+
+  private:
+    enum Prepared : std::size_t { readRange, putLeaf, removeRange, beginWrite, commitWrite, preparedCount };
+
+    bool openFile(int flags);
+    bool execute(const char* sql);
+    bool run(Prepared which);
+    sqlite3_stmt* prepared(Prepared which);
+    bool fail(int result);
+
+    struct Close {
+        void operator()(sqlite3* connection) const;
+    };
+    struct Finalize {
+        void operator()(sqlite3_stmt* statement) const;
+    };
+
+    const std::string path_;
+    const Durability durability_;
+    std::unique_ptr<sqlite3, Close> connection_;
+    std::array<std::unique_ptr<sqlite3_stmt, Finalize>, preparedCount> statements_;
+};
+
+}  // namespace host

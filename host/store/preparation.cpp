@@ -1,0 +1,84 @@
+#include "host/store/preparation.h"
+
+#include "host/store/store.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <ctime>
+#include <unistd.h>
+
+namespace host {
+namespace {
+
+constexpr const char* logEndings[] = {"-wal", "-shm"};
+
+/// A value for `path` would take the place of nothing.
+std::optional<bool> isFree(Database& database, const std::string& path) {
+    std::vector<PathRange> ranges = {onlyPath(path), pathsBelow(path)};
+    for (const std::string& above : pathsAbove(path)) ranges.push_back(onlyPath(above));
+    for (const PathRange& range : ranges) {
+        const std::optional<Leaves> leaves = database.read(range);
+        if (!leaves) return std::nullopt;
+        if (!leaves->empty()) return false;
+    }
+    return true;
+}
+
+bool putWhereFree(Database& database, const Leaf& leaf) {
+    const std::optional<bool> free = isFree(database, leaf.path);
+    return free && (!*free || database.put(leaf));
+}
+
+bool fill(Database& database, const Leaves& leaves) {
+    return database.begin() &&
+           std::all_of(leaves.begin(), leaves.end(), [&](const Leaf& leaf) { return putWhereFree(database, leaf); }) &&
+           database.commit();
+}
+
+bool makeReady(const StoreKind& kind, const char* document) {
+    const Json content = parseUpdate(document);
+    if (!content) {
+        errno = EINVAL;
+        return false;
+    }
+    Database database(kind.databasePath(), kind.durability);
+    return database.create() && database.isSound() && fill(database, leavesOf(content.get())) &&
+           makeSharedState(kind.sharedStatePath());
+}
+
+std::string timeNow() {
+    const std::time_t now = std::time(nullptr);
+    tm utc;
+    gmtime_r(&now, &utc);
+    std::array<char, 32> text;
+    return {text.data(), std::strftime(text.data(), text.size(), "%Y%m%dT%H%M%SZ", &utc)};
+}
+
+/// The file and its log, so that somebody can still look at them. Empty with errno set on failure.
+std::string setAside(const std::string& path) {
+    const std::string aside = path + ".corrupt-" + timeNow();
+    for (const char* ending : logEndings) std::rename((path + ending).c_str(), (aside + ending).c_str());
+    return std::rename(path.c_str(), aside.c_str()) == 0 ? aside : "";
+}
+
+}  // namespace
+
+std::optional<std::string> prepareSettings(const char* defaults) {
+    const std::string path = settingsKind.databasePath();
+    const bool isMissing = access(path.c_str(), F_OK) != 0;
+    if (makeReady(settingsKind, defaults)) return isMissing ? "settings.db is new: default settings" : "";
+    if (errno != EBADMSG) return std::nullopt;
+    const std::string aside = setAside(path);
+    if (aside.empty() || !makeReady(settingsKind, defaults)) return std::nullopt;
+    return "settings.db was damaged: set aside as " + aside + ", default settings";
+}
+
+bool prepareStatus(const char* document) {
+    const std::string path = statusKind.databasePath();
+    for (const char* ending : {"", "-wal", "-shm"}) unlink((path + ending).c_str());
+    return makeReady(statusKind, document);
+}
+
+}  // namespace host

@@ -1,0 +1,235 @@
+#include "host/store/store.h"
+
+#include "host/base/device_root.h"
+#include "platform/event_bus.h"
+#include "platform/logger.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <json-c/linkhash.h>
+#include <pthread.h>
+
+namespace host {
+namespace {
+
+/// How long a writer waits for those before it.
+constexpr std::chrono::milliseconds turnLimit{5000};
+
+/// The write-ahead log of a busy store is emptied, and writers wait for it, when it has grown to this size in bytes.
+constexpr long longestLog = 4L << 20;
+
+/// A writer's turn among all writers of a store.
+class Turn {
+  public:
+    Turn(SharedState& shared, const char* store) : lock_(shared.writeLock), outcome_(lock_.acquire(turnLimit)) {
+        if (outcome_ == WriteLock::Outcome::inherited) shared.changes.settleAll();
+        if (!isMine()) __printLog(LOG_LEVEL_ERROR, "%s: another writer does not come to an end", store);
+    }
+    ~Turn() {
+        if (isMine()) lock_.release();
+    }
+    Turn(const Turn&) = delete;
+    Turn& operator=(const Turn&) = delete;
+
+    bool isMine() const { return outcome_ != WriteLock::Outcome::failed; }
+
+  private:
+    WriteLock& lock_;
+    WriteLock::Outcome outcome_;
+};
+
+using Paths = std::vector<std::string>;
+
+/// A leaf takes the place of an object, and an object that of a leaf.
+bool clearPlace(Database& database, const std::string& path, Paths& changed) {
+    for (const std::string& above : pathsAbove(path)) {
+        if (!database.remove(onlyPath(above), changed)) return false;
+    }
+    return database.remove(pathsBelow(path), changed);
+}
+
+bool merge(Database& database, const Leaf& leaf, Paths& changed) {
+    const std::optional<Leaves> stored = database.read(onlyPath(leaf.path));
+    if (!stored) return false;
+    if (!stored->empty() && stored->front().value == leaf.value) return true;
+    if (stored->empty() && !clearPlace(database, leaf.path, changed)) return false;
+    changed.push_back(leaf.path);
+    return database.put(leaf);
+}
+
+bool mergeAll(Database& database, const Leaves& leaves, Paths& changed) {
+    return std::all_of(leaves.begin(), leaves.end(), [&](const Leaf& leaf) { return merge(database, leaf, changed); });
+}
+
+bool publish(const std::string& event, json_object* payload) {
+    if (eventbus_publish(event.c_str(), compactText(payload)) == 0) return true;
+    __printLog(LOG_LEVEL_ERROR, "%s: not published: %s", event.c_str(), std::strerror(errno));
+    return false;
+}
+
+bool refuseDocument() {
+    errno = EINVAL;
+    return false;
+}
+
+}  // namespace
+
+std::string StoreKind::databasePath() const { return inRoot(name) + ".db"; }
+
+std::string StoreKind::sharedStatePath() const { return inRoot(name) + ".shared"; }
+
+Store::Store(const StoreKind& kind) : kind_(kind), database_(kind.databasePath(), kind.durability) {}
+
+bool Store::readLeaf(const char* query, const LeafReader& reader) {
+    SharedState* state = shared();
+    if (state == nullptr) return false;
+    if (const std::optional<bool> cached = cache_.read(query, state->changes, reader)) return *cached;
+
+    const std::optional<std::string> path = queriedPath(query);
+    if (!path) return false;
+    const ChangeCounters::Index counter = ChangeCounters::indexOf(*path);
+    const ChangeCounters::Count before = state->changes[counter];
+    const std::optional<Leaves> leaves = read(onlyPath(*path));
+    if (!leaves) return false;
+    Json value = leaves->empty() ? nullptr : parseFirstJson(leaves->front().value.c_str());
+    const bool isTaken = reader(value.get());
+    const bool isSettled = ChangeCounters::isSettled(before) && state->changes[counter] == before;
+    if (isSettled) cache_.keep(query, {counter, before}, std::move(value));
+    return isTaken;
+}
+
+Json Store::readTree(const char* query) {
+    const std::optional<std::string> path = queriedPath(query);
+    std::optional<Json> value = path ? valueAt(*path) : std::nullopt;
+    return value ? wrapped(*path, std::move(*value)) : nullptr;
+}
+
+std::optional<std::string> Store::readText(const char* query) {
+    const std::optional<std::string> path = queriedPath(query);
+    const std::optional<Json> value = path ? valueAt(*path) : std::nullopt;
+    if (!value) return std::nullopt;
+    return compactText(value->get());
+}
+
+bool Store::update(const char* text) {
+    const Json document = parseUpdate(text);
+    if (!document) return refuseDocument();
+    const Leaves leaves = leavesOf(document.get());
+    return write([&](Database& database, Paths& changed) { return mergeAll(database, leaves, changed); },
+                 [&](const Paths& changed) { announce(document.get(), changed); });
+}
+
+bool Store::replaceAll(const char* text) {
+    const Json document = parseUpdate(text);
+    if (!document) return refuseDocument();
+    const Leaves leaves = leavesOf(document.get());
+    return write(
+        [&](Database& database, Paths& changed) {
+            return database.remove(pathsBelow(""), changed) && mergeAll(database, leaves, changed);
+        },
+        [](const Paths& /*changed*/) {});
+}
+
+bool Store::checkpoint() {
+    {
+        const MutexLock lock(connectionMutex_);
+        if (!database_.open() || !database_.checkpoint()) return false;
+        if (database_.logSize() < longestLog) return true;
+    }
+    // Under constant writing there is always something left; this puts an end to it.
+    SharedState* state = shared();
+    if (state == nullptr) return false;
+    const Turn turn(*state, kind_.name);
+    const MutexLock lock(connectionMutex_);
+    return turn.isMine() && database_.emptyLog();
+}
+
+SharedState* Store::shared() {
+    if (SharedState* known = shared_.load()) return known;
+    const MutexLock lock(connectionMutex_);
+    if (shared_ == nullptr) shared_ = mapSharedState(kind_.sharedStatePath());
+    if (shared_ == nullptr) {
+        __printLog(LOG_LEVEL_ERROR, "%s: %s", kind_.sharedStatePath().c_str(), std::strerror(errno));
+    }
+    return shared_;
+}
+
+std::optional<Leaves> Store::read(const PathRange& range) {
+    const MutexLock lock(connectionMutex_);
+    if (!database_.open()) return std::nullopt;
+    return database_.read(range);
+}
+
+std::optional<Json> Store::valueAt(const std::string& path) {
+    const std::optional<Leaves> leaf = read(onlyPath(path));
+    if (leaf && !leaf->empty()) return parseFirstJson(leaf->front().value.c_str());
+    const std::optional<Leaves> below = read(pathsBelow(path));
+    if (!below || below->empty()) return std::nullopt;
+    return treeBelow(path, *below);
+}
+
+bool Store::write(const Change& change, const std::function<void(const Paths&)>& announce) {
+    SharedState* state = shared();
+    if (state == nullptr) return false;
+    const Turn turn(*state, kind_.name);
+    Paths changed;
+    if (!turn.isMine() || !commit(change, state->changes, changed)) return false;
+    // Still in turn, so that events are in the order of the changes.
+    announce(changed);
+    return true;
+}
+
+bool Store::commit(const Change& change, ChangeCounters& counters, Paths& changed) {
+    const MutexLock lock(connectionMutex_);
+    if (!database_.open() || !database_.begin()) return false;
+    const bool isMade = change(database_, changed);
+    if (!isMade || changed.empty()) {
+        database_.rollback();
+        return isMade;
+    }
+    const std::vector<ChangeCounters::Index> indexes = ChangeCounters::indexesOf(changed);
+    counters.unsettle(indexes);
+    const bool isCommitted = database_.commit();
+    if (!isCommitted) database_.rollback();
+    counters.settle(indexes);
+    return isCommitted;
+}
+
+void Store::announce(json_object* document, const Paths& changed) const {
+    json_object_object_foreach(document, key, value) {
+        const auto isBelow = [key = std::string(key)](const std::string& path) { return topKeyOf(path) == key; };
+        if (std::none_of(changed.begin(), changed.end(), isBelow)) continue;
+        const Json branch(json_object_new_object());
+        json_object_object_add(branch.get(), key, json_object_get(value));
+        publish(std::string(key) + kind_.eventSuffix, branch.get());
+    }
+}
+
+namespace {
+
+struct Stores {
+    Store settings{settingsKind};
+    Store status{statusKind};
+};
+
+Stores* stores;
+
+/// In a forked child anew: a connection of SQLite must not be used there, nor closed.
+void makeStores() { stores = new Stores; }
+
+Stores& storesOfProcess() {
+    [[maybe_unused]] static const bool areMade = [] {
+        makeStores();
+        return pthread_atfork(nullptr, nullptr, makeStores) == 0;
+    }();
+    return *stores;
+}
+
+}  // namespace
+
+Store& settingsStore() { return storesOfProcess().settings; }
+
+Store& statusStore() { return storesOfProcess().status; }
+
+}  // namespace host

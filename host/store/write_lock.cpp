@@ -1,0 +1,46 @@
+#include "host/store/write_lock.h"
+
+#include <cerrno>
+#include <ctime>
+
+namespace host {
+namespace {
+
+timespec momentIn(std::chrono::milliseconds span) {
+    timespec moment;
+    clock_gettime(CLOCK_REALTIME, &moment);
+    const std::chrono::nanoseconds end = std::chrono::nanoseconds(moment.tv_nsec) + span;
+    moment.tv_sec += std::chrono::duration_cast<std::chrono::seconds>(end).count();
+    moment.tv_nsec = (end % std::chrono::seconds(1)).count();
+    return moment;
+}
+
+}  // namespace
+
+WriteLock::WriteLock() {
+    pthread_mutexattr_t attributes;
+    pthread_mutexattr_init(&attributes);
+    pthread_mutexattr_setpshared(&attributes, PTHREAD_PROCESS_SHARED);
+    pthread_mutexattr_setrobust(&attributes, PTHREAD_MUTEX_ROBUST);
+    // With priority inheritance the kernel hands the lock to the one who has waited longest, instead of letting all
+    // of them run for it.
+    pthread_mutexattr_setprotocol(&attributes, PTHREAD_PRIO_INHERIT);
+    pthread_mutex_init(&mutex_, &attributes);
+    pthread_mutexattr_destroy(&attributes);
+}
+
+WriteLock::Outcome WriteLock::acquire(std::chrono::milliseconds limit) {
+    const timespec end = momentIn(limit);
+    const int result = pthread_mutex_timedlock(&mutex_, &end);
+    if (result == 0) return Outcome::acquired;
+    if (result == EOWNERDEAD) {
+        pthread_mutex_consistent(&mutex_);
+        return Outcome::inherited;
+    }
+    errno = result;
+    return Outcome::failed;
+}
+
+void WriteLock::release() { pthread_mutex_unlock(&mutex_); }
+
+}  // namespace host
