@@ -34,7 +34,6 @@ import pathlib
 import pty
 import re
 import select
-import signal
 import socket
 import subprocess
 import sys
@@ -120,33 +119,42 @@ class Lines:
         self.lines += [line.decode("latin-1") for line in whole]
 
 
+def free_ports(count):
+    """Ports that were free a moment ago."""
+    with contextlib.ExitStack() as scope:
+        sockets = [scope.enter_context(socket.create_server(("127.0.0.1", 0))) for _ in range(count)]
+        return [each.getsockname()[1] for each in sockets]
+
+
 class Device:
-    """A device in a root of its own, and all that the runner holds of it."""
+    """A device in a root of its own, started when it is first asked for, and all that the runner holds of it."""
 
     def __init__(self, programs):
         self.programs, self.consoles, self.scope, self.fences = programs, {}, contextlib.ExitStack(), itertools.count(17)
+        self.sources, self.root, self.watched = [], None, None
 
     def __enter__(self):
-        self.root = self.scope.enter_context(tempfile.TemporaryDirectory())
-        self.process = self.scope.enter_context(subprocess.Popen(
-            [self.programs / "device", "--root", self.root, "--port", "0", "--ports", "0,0,0"],
-            stdout=subprocess.PIPE, stderr=sys.stderr, start_new_session=True))
-        self.scope.callback(self.process.send_signal, signal.SIGTERM)
-        output = Lines(self.process.stdout)
-        self.sources = [output]
-        self.pump(lambda: output.lines or output.closed, "the device is ready")
-        compare("the device's first line", ["ready: telnet 127.0.0.1"], [" ".join(output.lines).rpartition(" ")[0]])
-        self.telnet_port = int(output.lines[0].rpartition(" ")[2])
-        watching = self.scope.enter_context(subprocess.Popen(
-            [self.programs / "devicectl", "--root", self.root, "watch"], stdout=subprocess.PIPE))
-        self.scope.callback(watching.terminate)
-        self.watched = Lines(watching.stdout)
-        self.sources.append(self.watched)
         return self
 
     def __exit__(self, *_):
         self.close_all()
         self.scope.close()
+
+    def start(self):
+        self.root = self.scope.enter_context(tempfile.TemporaryDirectory())
+        raw = free_ports(3)
+        output = self.run(self.programs.device, "--root", self.root, "--port", "0", "--ports", ",".join(map(str, raw)))
+        self.pump(lambda: output.lines or output.closed, "the device is ready")
+        compare("the device's first line", ["ready: telnet 127.0.0.1"], [" ".join(output.lines).rpartition(" ")[0]])
+        self.ports = dict(zip(["23", "9000", "9001", "9002"], [int(output.lines[0].rpartition(" ")[2]), *raw]))
+        self.watched = self.run(self.programs.devicectl, "--root", self.root, "watch")
+
+    def run(self, *command):
+        """Starts a program that runs until the end; its lines."""
+        process = self.scope.enter_context(subprocess.Popen(command, stdout=subprocess.PIPE))
+        self.scope.callback(process.terminate)
+        self.sources.append(Lines(process.stdout))
+        return self.sources[-1]
 
     def pump(self, condition, what, patience=PATIENCE):
         """Takes in what arrives until the condition holds."""
@@ -160,20 +168,19 @@ class Device:
 
     def control(self, words):
         """Runs devicectl; its lines."""
+        if self.root is None:
+            self.start()
         most = {"config": 2, "status": 2, "factory": 3, "publish": 2, "call": 3}.get(words.split(" ")[0], 1)
         arguments = [text(word) for word in words.split(" ", most)]
-        done = subprocess.run([self.programs / "devicectl", "--root", self.root, *arguments], timeout=PATIENCE,
+        done = subprocess.run([self.programs.devicectl, "--root", self.root, *arguments], timeout=PATIENCE,
                               stdout=subprocess.PIPE, stderr=subprocess.STDOUT, check=False)
         lines = done.stdout.decode(errors="backslashreplace").splitlines()
         return lines + ([f"exit {done.returncode}"] if done.returncode else [])
 
-    def port(self, number):
-        if number == "23":
-            return self.telnet_port
-        return int(pathlib.Path(self.root, "ports", number).read_text())
-
     def open(self, name, number):
-        connection = socket.create_connection(("127.0.0.1", self.port(number)), PATIENCE)
+        if self.root is None:
+            self.start()
+        connection = socket.create_connection(("127.0.0.1", self.ports[number]), PATIENCE)
         self.consoles[name] = console = Console(connection, True)
         for _ in range(5 * PATIENCE):
             with contextlib.suppress(Failure):
@@ -188,7 +195,7 @@ class Device:
         child, terminal = pty.fork()
         if child == 0:
             os.environ["CMDD_DOUBLE"] = script.replace("; ", "\n")
-            os.execv(self.programs / "cmdd_on_double", ["/usr/bin/*cmdd"])
+            os.execv(self.programs.double, ["/usr/bin/*cmdd"])
         self.scope.callback(os.waitpid, child, 0)
         self.consoles[name] = console = Console(os.fdopen(terminal, "rb", 0), False)
         self.pump(lambda: not termios.tcgetattr(console.fileno())[3] & termios.ECHO, f"console {name} is raw")
@@ -200,6 +207,8 @@ class Device:
 
     def await_event_fence(self, patience=PATIENCE):
         """An event behind all others: what its consoles and the watcher have not shown by now will never come."""
+        if self.root is None:
+            return
         fence = f"fence-{next(self.fences)}"
         listening = [each for each in self.consoles.values() if each.is_telnet and not each.closed]
         self.control(f"publish CommandFeedback {fence}")
@@ -297,7 +306,8 @@ class Step:
         device.consoles = {name: each for name, each in device.consoles.items() if name not in self.closed}
         if self.watched is not None:
             compare("on the bus", [line for line in self.watched if line != "nothing"], device.watched.lines)
-        device.watched.lines = []
+        if device.watched:
+            device.watched.lines = []
         for wanted in self.logged:
             device.pump(lambda: device.has_log(wanted), f"the log holds {wanted!r}")
 
@@ -337,13 +347,14 @@ def play_scene(device, path, title, steps):
 
 def main():
     arguments = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    arguments.add_argument("--programs", type=pathlib.Path, required=True, help="where device and devicectl were built")
+    for program in ("device", "devicectl", "double"):
+        arguments.add_argument("--" + program, help=f"the program {program}, as it was built")
     arguments.add_argument("sessions", type=pathlib.Path, nargs="+")
     options = arguments.parse_args()
     failed = played = 0
     for path in options.sessions:
         opening, scenes = read_session(path)
-        with Device(options.programs) as device:
+        with Device(options) as device:
             for title, steps in scenes:
                 played += 1
                 failed += not play_scene(device, path, title, opening + steps)
