@@ -1,0 +1,58 @@
+#!/usr/bin/env python3
+"""The program needs nothing but what platform/*.h declares, json-c, libc and pthreads, and the headers are plain C."""
+
+import argparse
+import pathlib
+import re
+import subprocess
+import sys
+
+SKIPPED = 77
+
+
+def symbols(files, *options):
+    """Names that nm lists, without versions."""
+    listing = subprocess.run(["nm", "--format=posix", *options, *files], check=True, capture_output=True, text=True)
+    fields = [line.split() for line in listing.stdout.splitlines()]
+    return {field[0].split("@")[0] for field in fields if len(field) > 1}
+
+
+def declared(header):
+    """The functions and variables that a header declares."""
+    code = re.sub(r"//.*|#.*|enum \{.*?\};|__attribute__.*(?=;)", "", header.read_text())
+    code = re.sub(r"typedef [^;]*;", "", code)
+    functions = re.findall(r"(\w+)\([^;{]*\);", code)
+    return set(functions) | set(re.findall(r"extern [^;(]*?(\w+);", code))
+
+
+def libc():
+    """The file of the C library that this process runs on; the program's is the same."""
+    maps = pathlib.Path("/proc/self/maps").read_text()
+    return re.search(r"/\S*/libc\.so\S*", maps)[0]
+
+
+def main():
+    arguments = argparse.ArgumentParser(description=__doc__)
+    arguments.add_argument("--headers", type=pathlib.Path, required=True)
+    arguments.add_argument("--compiler", required=True)
+    arguments.add_argument("--json-c", required=True)
+    arguments.add_argument("objects", nargs="+")
+    options = arguments.parse_args()
+    headers = sorted(options.headers.glob("*.h"))
+    for header in headers:
+        subprocess.run([options.compiler, "-std=c11", "-Wall", "-Wextra", "-Werror", "-fsyntax-only", "-I",
+                        options.headers.parent, "-x", "c", header], check=True)
+    needed = symbols(options.objects, "--undefined-only") - symbols(options.objects, "--defined-only")
+    if any(name.startswith(("__asan_", "__tsan_", "__ubsan_")) for name in needed):
+        print("a sanitizer's own symbols are in the way")
+        return SKIPPED
+    shared = options.json_c.endswith(".so")
+    allowed = symbols([options.json_c], "--defined-only", "--extern-only", *(["--dynamic"] if shared else []))
+    allowed |= symbols([libc()], "--defined-only", "--dynamic")
+    allowed |= set.union(*map(declared, headers)) | {"_GLOBAL_OFFSET_TABLE_", "__dso_handle"}
+    print("\n".join(sorted(needed - allowed)) or f"all {len(needed)} symbols are accounted for")
+    return 1 if needed - allowed else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
