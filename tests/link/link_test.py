@@ -21,7 +21,7 @@ def declared(header):
     """The functions and variables that a header declares."""
     code = re.sub(r"//.*|#.*|enum \{.*?\};|__attribute__.*(?=;)", "", header.read_text())
     code = re.sub(r"typedef [^;]*;", "", code)
-    functions = re.findall(r"(\w+)\([^;{]*\);", code)
+    functions = re.findall(r"(\w+)\([^;{]*\)\s*;", code)
     return set(functions) | set(re.findall(r"extern [^;(]*?(\w+);", code))
 
 
