@@ -13,7 +13,8 @@ extern "C" {
 
 typedef struct json_object json_token;
 
-/// Parses the first JSON value of `text`. Returns a token that the caller releases, or NULL when there is none.
+/// Parses the first JSON value of `text`. Returns a token that the caller releases; NULL with errno set when there is
+/// none.
 json_token* json_token_parse(const char* text);
 
 /// Returns an empty object that the caller releases, or NULL when memory ran out.

@@ -2,6 +2,7 @@
 
 #include "host/base/json.h"
 
+#include <cerrno>
 #include <charconv>
 #include <climits>
 #include <cstring>
@@ -103,7 +104,11 @@ bool set(json_object* root, const char* path, Json value) {
 
 }  // namespace
 
-json_token* json_token_parse(const char* text) { return host::parseFirstJson(text).release(); }
+json_token* json_token_parse(const char* text) {
+    Json value = host::parseFirstJson(text);
+    if (!value) errno = EINVAL;
+    return value.release();
+}
 
 json_token* json_token_new_object() { return json_object_new_object(); }
 
