@@ -3,6 +3,7 @@
 #include "host/bus/bus_names.h"
 #include "host/bus/connection.h"
 #include "host/bus/outgoing.h"
+#include "host/bus/subscriptions.h"
 #include "host/bus/text_message.h"
 
 #include <cstring>
@@ -40,7 +41,8 @@ bool isPublishable(const char* event, const char* payload) {
 struct eventbus {
     host::Connection connection;
     std::list<Subscription> subscriptions;  // the bus keeps pointers to them
-    int refusal = 0;                        // the error of a subscription that the bus refused
+    std::size_t confirmed = 0;              // how many of them the bus has answered
+    int refusal = 0;                        // the error of one that it refused
 };
 
 namespace {
@@ -53,8 +55,10 @@ int onEvent(sd_bus_message* message, void* userData, sd_bus_error* /*error*/) {
 }
 
 int onSubscribed(sd_bus_message* reply, void* userData, sd_bus_error* /*error*/) {
+    eventbus* bus = static_cast<const Subscription*>(userData)->bus;
     const int error = sd_bus_message_get_errno(reply);
-    if (error != 0) static_cast<const Subscription*>(userData)->bus->refusal = error;
+    if (error != 0) bus->refusal = error;
+    ++bus->confirmed;
     return 1;
 }
 
@@ -72,6 +76,12 @@ int eventbus_subscribe(eventbus* bus, const char* event, eventbus_callback callb
     const int result =
         sd_bus_add_match_async(bus->connection.bus(), nullptr, match.c_str(), onEvent, onSubscribed, &subscription);
     return statusOf(result >= 0 || failBus(result));
+}
+
+bool host::waitUntilSubscribed(eventbus* bus) {
+    const auto isConfirmed = [bus] { return bus->confirmed == bus->subscriptions.size(); };
+    return processUntil(bus->connection.bus(), Deadline(busLimit), isConfirmed) &&
+           (bus->refusal == 0 || failBus(-bus->refusal));
 }
 
 int eventbus_fileno(eventbus* bus) { return bus->connection.descriptor(); }

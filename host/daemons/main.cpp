@@ -1,0 +1,55 @@
+/// Runs one of the device's stand-in daemons.
+#include "host/daemons/daemon.h"
+#include "host/daemons/daemons.h"
+
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <string_view>
+
+namespace host {
+namespace {
+
+struct Kind {
+    const char* name;
+    Service (*make)(Daemon& daemon);
+};
+
+constexpr Kind kinds[] = {
+    {"displayControl", makeSerialDisplay},
+    {"displayControlTelnetClient", makeNetworkDisplay},
+    {"networkd", makeNetwork},
+    {"systemd", makeSystem},
+    {"intermcud", makeInterMcu},
+    {"kxcmdd", makeDiagnostics},
+    {"bruteForceAttacksd", makeLockout},
+    {"upgrade", makeUpgrade},
+};
+
+const Kind* findKind(std::string_view name) {
+    for (const Kind& kind : kinds) {
+        if (name == kind.name) return &kind;
+    }
+    return nullptr;
+}
+
+int run(const Kind& kind) {
+    Daemon daemon(kind.name);
+    const Service service = kind.make(daemon);
+    return daemon.run();
+}
+
+}  // namespace
+}  // namespace host
+
+int main(int argc, char** argv) {
+    const host::Kind* kind = argc == 2 ? host::findKind(argv[1]) : nullptr;
+    if (kind == nullptr) {
+        std::fprintf(stderr, "usage: %s DAEMON\n", argv[0]);
+        return 2;
+    }
+    // The log names the daemon, not the program that all of them are.
+    program_invocation_short_name = argv[1];
+    std::signal(SIGPIPE, SIG_IGN);
+    return host::run(*kind);
+}

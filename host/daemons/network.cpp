@@ -1,0 +1,87 @@
+#include "host/base/json.h"
+#include "host/daemons/daemon.h"
+#include "host/daemons/daemons.h"
+#include "host/daemons/leaf_value.h"
+#include "host/store/defaults.h"
+#include "platform/json_token.h"
+#include "platform/lpc.h"
+#include "platform/user_config.h"
+
+#include <cstring>
+#include <memory>
+#include <string_view>
+
+namespace host {
+namespace {
+
+struct DestroyCompletion {
+    void operator()(lpc_completion* completion) const { lpc_completion_destroy(completion); }
+};
+using OwnedCompletion = std::unique_ptr<lpc_completion, DestroyCompletion>;
+
+constexpr char bootProtoPath[] = "network.eth0.bootProto";
+const std::string ipSettingsPath = "network.eth0.ipSettings";
+
+/// Well below the time that the caller in turn waits for this daemon.
+constexpr int launcherLimit = 1000;  // milliseconds
+
+/// What the launcher says to a move of its telnet port: "ok", or "fail" and the reason.
+std::string moveTelnetPort(const char* port) {
+    lpc_completion* pending = nullptr;
+    const bool sent = lpc_proxy_call_with_reply("telnetLauncher", "listen", port, &pending) == 0;
+    const OwnedCompletion completion(pending);
+    if (!sent || lpc_completion_wait(pending, launcherLimit) != 0) return std::string("fail ") + std::strerror(errno);
+    const char* reply = lpc_completion_data(pending);
+    return reply != nullptr ? reply : "fail no answer";
+}
+
+std::string restartTelnet(const char* port) {
+    const std::string reply = moveTelnetPort(port);
+    if (!reply.starts_with("ok")) note("the telnet port cannot move to %s: %s", port, reply.c_str());
+    return reply;
+}
+
+struct Addresses {
+    std::string ipaddr, netmask, gateway;
+};
+
+/// The address settings below "network.eth0.ipSettings" of a document.
+Addresses addressesIn(json_token* document) {
+    const auto text = [document](const char* leaf) {
+        return json_token_object_walk_get_string(document, (ipSettingsPath + "." + leaf).c_str(), "0.0.0.0");
+    };
+    return {text("ipaddr"), text("netmask"), text("gateway")};
+}
+
+Addresses configuredAddresses() {
+    return addressesIn(Json(user_config_query_to_json_token(R"({"network":{"eth0":{"ipSettings":{}}}})")).get());
+}
+
+/// What the device's router hands out.
+Addresses leasedAddresses() { return addressesIn(parseFirstJson(defaultStatus).get()); }
+
+/// The store announces nothing for what is in effect already.
+void putIntoEffect(const Addresses& addresses) {
+    putStatusText((ipSettingsPath + ".ipaddr").c_str(), addresses.ipaddr);
+    putStatusText((ipSettingsPath + ".netmask").c_str(), addresses.netmask);
+    putStatusText((ipSettingsPath + ".gateway").c_str(), addresses.gateway);
+}
+
+void onSettingsChanged(const char* payload) {
+    const Json document = parseFirstJson(payload);
+    const std::string_view protocol = json_token_object_walk_get_string(document.get(), bootProtoPath, "");
+    const bool isNewAddress = json_token_object_walk_get_object(document.get(), ipSettingsPath.c_str()) != nullptr;
+    if (protocol == "DHCP") putIntoEffect(leasedAddresses());
+    if (protocol == "STATIC" || isNewAddress) putIntoEffect(configuredAddresses());
+}
+
+}  // namespace
+
+Service makeNetwork(Daemon& daemon) {
+    daemon.offer("TelnetRestart", restartTelnet);
+    daemon.hear("networkUserConfigChanged", onSettingsChanged);
+    if (settingText(bootProtoPath) == "STATIC") putIntoEffect(configuredAddresses());
+    return nullptr;
+}
+
+}  // namespace host

@@ -1,0 +1,112 @@
+#include "host/daemons/daemon.h"
+#include "host/daemons/daemons.h"
+#include "host/daemons/display_command.h"
+#include "host/daemons/leaf_value.h"
+#include "host/daemons/transmitter.h"
+#include "host/loop/channel.h"
+#include "host/loop/unique_fd.h"
+
+#include <arpa/inet.h>
+#include <cerrno>
+#include <cstring>
+#include <netinet/in.h>
+#include <sys/socket.h>
+
+namespace host {
+namespace {
+
+using namespace std::chrono_literals;
+
+/// How long the display may take to let the connection in, and to take what is sent.
+constexpr auto patience = 2s;
+
+const std::string displayPath = "control.displayControl.output1.remoteNetworkDevice.";
+
+std::optional<sockaddr_in> displayAddress() {
+    const auto host = settingText((displayPath + "ipAddr").c_str());
+    const auto port = settingNumber((displayPath + "port").c_str());
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    if (!host || !port || inet_pton(AF_INET, host->c_str(), &address.sin_addr) != 1) return std::nullopt;
+    if (*port < 1 || *port > 65535) return std::nullopt;
+    address.sin_port = htons(static_cast<uint16_t>(*port));
+    return address;
+}
+
+/// A socket on its way to the display; none where there is no way at all.
+UniqueFd beginToConnect() {
+    const std::optional<sockaddr_in> address = displayAddress();
+    if (!address) {
+        note("the display has no address");
+        return {};
+    }
+    UniqueFd display(socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
+    const auto* const name = reinterpret_cast<const sockaddr*>(&*address);
+    if (connect(display.get(), name, sizeof *address) == 0 || errno == EINPROGRESS) return display;
+    note("the display cannot be reached: %m");
+    return {};
+}
+
+/// One connection for each command, so that the display sees its pieces together.
+class NetworkLine : public DisplayLine {
+  public:
+    explicit NetworkLine(EventLoop& loop) : loop_(loop), later_(loop, [this] { done_(); }) {}
+
+    void send(const std::string& bytes, Callback done) override {
+        done_ = std::move(done);
+        if (!channel_) connectToDisplay();
+        if (!channel_ || bytes.empty()) return later_.start(0ms);
+        channel_->send(bytes);
+    }
+
+    void endCommand() override {
+        channel_.reset();
+        display_.reset();
+    }
+
+  private:
+    void connectToDisplay() {
+        display_ = beginToConnect();
+        if (!display_) return;
+        const auto onAnswer = [](const std::string& bytes) {
+            note("display answers %s", describeBytes(bytes).c_str());
+        };
+        const auto onEnd = [this](Channel::End end) { loseDisplay(end); };
+        channel_ = std::make_unique<Channel>(loop_, display_.get(), patience,
+                                             Channel::Handlers{onAnswer, [this] { done_(); }, onEnd});
+    }
+
+    void loseDisplay(Channel::End end) {
+        // A display that says nothing more may still listen.
+        if (end == Channel::End::input) return;
+        const bool wasWaiting = channel_->waiting() > 0;
+        note("the display does not listen: %s", std::strerror(errno));
+        endCommand();
+        if (wasWaiting) done_();
+    }
+
+    EventLoop& loop_;
+    UniqueFd display_;
+    std::unique_ptr<Channel> channel_;
+    Callback done_;
+    Timer later_;
+};
+
+class NetworkDisplay {
+  public:
+    explicit NetworkDisplay(Daemon& daemon) : line_(daemon.loop()), transmitter_(daemon.loop(), names, line_) {
+        offerTriggers(daemon, transmitter_);
+    }
+
+  private:
+    static constexpr TransmitterNames names{"control.displayControl.output1.transmission.telnet", "TrigIP1"};
+
+    NetworkLine line_;
+    Transmitter transmitter_;
+};
+
+}  // namespace
+
+Service makeNetworkDisplay(Daemon& daemon) { return std::make_shared<NetworkDisplay>(daemon); }
+
+}  // namespace host

@@ -1,0 +1,56 @@
+#include "host/base/device_process.h"
+#include "host/daemons/daemon.h"
+#include "host/daemons/daemons.h"
+#include "host/daemons/time_scale.h"
+#include "host/store/defaults.h"
+#include "host/store/store.h"
+#include "platform/event_bus.h"
+
+#include <csignal>
+#include <string_view>
+
+namespace host {
+namespace {
+
+using namespace std::chrono_literals;
+
+/// Time for the consoles to tell their operators.
+constexpr auto graceTime = 1s;
+
+constexpr char upgradeEvent[] = "UpgradeSlaveVersionQuery";
+
+class Upgrade {
+  public:
+    explicit Upgrade(Daemon& daemon) : restart_(daemon.loop(), restartDevice) {
+        daemon.hear(upgradeEvent, [this](const char* state) { hear(state); });
+    }
+
+  private:
+    void hear(std::string_view state) {
+        if (state == "Sys Default\r") resetDevice();
+        if (state == "Sys Reboot\r") announceRestart();
+    }
+
+    static void resetDevice() {
+        note(settingsStore().replaceAll(defaultSettings) ? "the settings are the default ones"
+                                                         : "the settings cannot be reset: %m");
+    }
+
+    void announceRestart() {
+        if (eventbus_publish(upgradeEvent, "Web Reboot\r") != 0) note("the restart cannot be announced: %m");
+        restart_.start(scaled(graceTime));
+    }
+
+    static void restartDevice() {
+        note("the device restarts");
+        if (!signalDevice(SIGUSR1)) note("the device cannot be restarted: %m");
+    }
+
+    Timer restart_;
+};
+
+}  // namespace
+
+Service makeUpgrade(Daemon& daemon) { return std::make_shared<Upgrade>(daemon); }
+
+}  // namespace host
