@@ -15,7 +15,7 @@ What has to follow, nothing more and nothing less, before the next of the above:
     A: text               a line, ended by CR LF, on A; "AB:" on both
     A:: "bytes"           the bytes as they stand
     A closed              the session ends
-    | text                a line that devicectl prints; "exit 1" where it fails
+    | text                a line that devicectl prints, "exit 1" where it fails; it is asked until it does so
     * event NAME TEXT     what the bus carried, as "devicectl watch" prints it; not looked at where no "*" stands,
     * nothing             and this for nothing at all
     log: text             a line with this text in a file of the run's log
@@ -142,12 +142,13 @@ class Device:
 
     def start(self):
         self.root = self.scope.enter_context(tempfile.TemporaryDirectory())
-        raw = free_ports(3)
-        output = self.run(self.programs.device, "--root", self.root, "--port", "0", "--ports", ",".join(map(str, raw)))
+        telnet, *raw = map(str, free_ports(4))
+        self.ports = dict(zip(["23", "9000", "9001", "9002"], [telnet, *raw]))
+        output = self.run(self.programs.device, "--root", self.root, "--port", telnet, "--ports", ",".join(raw))
         self.pump(lambda: output.lines or output.closed, "the device is ready")
-        compare("the device's first line", ["ready: telnet 127.0.0.1"], [" ".join(output.lines).rpartition(" ")[0]])
-        self.ports = dict(zip(["23", "9000", "9001", "9002"], [int(output.lines[0].rpartition(" ")[2]), *raw]))
+        compare("the device's first line", [f"ready: telnet 127.0.0.1 {telnet}"], output.lines)
         self.watched = self.run(self.programs.devicectl, "--root", self.root, "watch")
+        self.await_listeners()
 
     def run(self, *command):
         """Starts a program that runs until the end; its lines."""
@@ -173,7 +174,7 @@ class Device:
         most = {"config": 2, "status": 2, "factory": 3, "publish": 2, "call": 3}.get(words.split(" ")[0], 1)
         arguments = [text(word) for word in words.split(" ", most)]
         done = subprocess.run([self.programs.devicectl, "--root", self.root, *arguments], timeout=PATIENCE,
-                              stdout=subprocess.PIPE, stderr=subprocess.STDOUT, check=False)
+                              stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, check=False)
         lines = done.stdout.decode(errors="backslashreplace").splitlines()
         return lines + ([f"exit {done.returncode}"] if done.returncode else [])
 
@@ -182,14 +183,7 @@ class Device:
             self.start()
         connection = socket.create_connection(("127.0.0.1", self.ports[number]), PATIENCE)
         self.consoles[name] = console = Console(connection, True)
-        for _ in range(5 * PATIENCE):
-            with contextlib.suppress(Failure):
-                if console.seen or console.closed:
-                    break
-                self.await_event_fence(patience=0.2)
-        self.await_event_fence()
-        for each in self.consoles.values():
-            each.seen = b""
+        self.await_listeners()
 
     def open_double(self, name, script):
         child, terminal = pty.fork()
@@ -205,20 +199,29 @@ class Device:
             console.descriptor.close()
         self.consoles = {}
 
+    def await_listeners(self):
+        """Waits until whoever was just started hears events, and forgets what all have heard meanwhile."""
+        for _ in range(50):
+            with contextlib.suppress(Failure):
+                self.await_event_fence(PATIENCE / 50)
+                break
+        self.await_event_fence()
+        self.watched.lines = []
+        for console in self.consoles.values():
+            console.seen = re.sub(rb"fence-\d+\r\n", b"", console.seen)
+
     def await_event_fence(self, patience=PATIENCE):
         """An event behind all others: what its consoles and the watcher have not shown by now will never come."""
         if self.root is None:
             return
         fence = f"fence-{next(self.fences)}"
-        listening = [each for each in self.consoles.values() if each.is_telnet and not each.closed]
+        line, event = fence.encode() + b"\r\n", f"event CommandFeedback {fence}"
+        listening = [each for each in self.consoles.values() if each.is_telnet]
         self.control(f"publish CommandFeedback {fence}")
-        line = fence.encode() + b"\r\n"
-        self.pump(lambda: all(line in each.seen or each.closed for each in listening), f"all consoles show {fence}",
-                  patience)
+        self.pump(lambda: event in self.watched.lines and all(line in each.seen or each.closed for each in listening),
+                  f"all consoles and the watcher show {fence}", patience)
         for console in listening:
             console.seen = console.seen.replace(line, b"", 1)
-        event = f"event CommandFeedback {fence}"
-        self.pump(lambda: event in self.watched.lines, f"the watcher shows {fence}")
         self.watched.lines.remove(event)
 
     def await_line_fence(self, console):
@@ -266,12 +269,20 @@ class Step:
         elif self.verb == "close":
             device.consoles.pop(self.operand).descriptor.close()
         elif self.verb == "$":
-            output = device.control(self.operand)
+            output = self.ask(device)
         else:
             typed = device.consoles[self.verb[0]]
             expected = self.type(device, typed)
         self.check(device, typed, expected)
         compare("devicectl printed", self.output, output)
+
+    def ask(self, device):
+        """Asks devicectl again until it prints what it is to print."""
+        deadline = time.monotonic() + PATIENCE
+        output = device.control(self.operand)
+        while output != self.output and time.monotonic() < deadline:
+            output = device.control(self.operand)
+        return output
 
     def type(self, device, console):
         """Types the operand; what is expected on each console, echo and short reply included."""
@@ -298,7 +309,8 @@ class Step:
             device.pump(lambda: device.consoles[name].closed, f"session {name} ends")
         if typed is not None and not typed.closed:
             device.await_line_fence(typed)
-        device.await_event_fence()
+        if self.closed != set(device.consoles):
+            device.await_event_fence()
         for name, console in device.consoles.items():
             compare(f"on console {name}", shown(expected.get(name, b"")), shown(console.seen))
             compare(f"session {name} ended", [str(name in self.closed)], [str(console.closed)])
