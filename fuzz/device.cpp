@@ -64,12 +64,12 @@ const std::string& allSettings() {
     return settings;
 }
 
-void appendShape(json_object* value, const std::string& path, std::string& shape) {
+void addLeaves(json_object* value, const std::string& path, Leaves& leaves) {
     if (!json_object_is_type(value, json_type_object)) {
-        shape += path + " " + json_type_to_name(json_object_get_type(value)) + "\n";
+        leaves[path] = json_object_to_json_string_ext(value, JSON_C_TO_STRING_PLAIN);
         return;
     }
-    json_object_object_foreach(value, key, member) appendShape(member, path + "/" + key, shape);
+    json_object_object_foreach(value, key, member) addLeaves(member, path + "/" + key, leaves);
 }
 
 }  // namespace
@@ -84,12 +84,18 @@ void resetDevice() {
     platform_double::setLogLevel(9);
 }
 
-std::string settingsShape() {
-    const std::unique_ptr<json_object, decltype(&json_object_put)> settings(
-        json_tokener_parse(platform_double::config().c_str()), json_object_put);
-    std::string shape;
-    appendShape(settings.get(), "", shape);
-    return shape;
+Leaves leavesOf(const std::string& document) {
+    const std::unique_ptr<json_object, decltype(&json_object_put)> root(json_tokener_parse(document.c_str()),
+                                                                        json_object_put);
+    Leaves leaves;
+    addLeaves(root.get(), "", leaves);
+    return leaves;
+}
+
+Leaves storedLeaves() {
+    Leaves leaves = leavesOf(platform_double::config());
+    leaves.merge(leavesOf(platform_double::status()));
+    return leaves;
 }
 
 }  // namespace fuzz

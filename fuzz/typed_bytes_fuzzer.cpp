@@ -5,6 +5,7 @@
 #include "fuzz/console_output.h"
 #include "fuzz/device.h"
 #include "fuzz/require.h"
+#include "fuzz/shell_words.h"
 
 #include <cstdint>
 
@@ -54,26 +55,22 @@ void type(const std::uint8_t* bytes, std::size_t count) {
     reader.takeSilence();
 }
 
-/// Takes the single-quoted parts out of a shell line; a quote outside of them comes as \'.
-std::string unquoted(const std::string& line) {
-    std::string rest;
-    bool isQuoted = false;
-    for (std::size_t i = 0; i < line.size(); ++i) {
-        if (!isQuoted && line.compare(i, 2, "\\'") == 0) {
-            ++i;
-        } else if (line[i] == '\'') {
-            isQuoted = !isQuoted;
-        } else if (!isQuoted) {
-            rest += line[i];
-        }
-    }
-    return isQuoted ? rest + "'" : rest;
-}
-
 void checkShellLines() {
     for (const std::string& line : platform_double::shellLines()) {
-        fuzz::require(unquoted(line).find_first_of(";|&$()<>`'\"\\\r\n~#?[]{}!") == std::string::npos,
-                      "no shell sees what was typed", line);
+        fuzz::require(fuzz::ShellWords::of(line).has_value(), "no shell sees what was typed", line);
+    }
+}
+
+/// The kind of a value by the first byte of its JSON text.
+char kindOf(char first) { return first == '-' || (first >= '0' && first <= '9') ? '0' : first == 't' ? 'f' : first; }
+
+void checkUpdates(const fuzz::Leaves& stored) {
+    for (const std::string& update : platform_double::updates()) {
+        for (const auto& [path, value] : fuzz::leavesOf(update)) {
+            const auto old = stored.find(path);
+            fuzz::require(old != stored.end(), "no line makes a leaf", update);
+            fuzz::require(kindOf(value[0]) == kindOf(old->second[0]), "no line changes the kind of a leaf", update);
+        }
     }
 }
 
@@ -84,15 +81,12 @@ extern "C" int __wrap_usleep(useconds_t /*microseconds*/) { return 0; }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static fuzz::ConsoleOutputs console;
-    static const std::string shape = (fuzz::resetDevice(), fuzz::settingsShape());
     fuzz::resetDevice();
+    static const fuzz::Leaves stored = fuzz::storedLeaves();
     type(data, size);
     console.replies.take();
     console.complaints.take();
-    if (!platform_double::updates().empty()) {
-        fuzz::require(fuzz::settingsShape() == shape, "no line makes a leaf or changes its kind",
-                      platform_double::config());
-    }
+    checkUpdates(stored);
     checkShellLines();
     return 0;
 }

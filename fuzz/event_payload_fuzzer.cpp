@@ -1,0 +1,77 @@
+/// Delivers any payload with any of the events that a console listens to.
+///
+/// The first byte of an input tells which event it is and what kind of console gets it: '0' to '9' are the events for a
+/// link monitor, 'p' to 'y' the same for an ordinary console; with the highest bit set broadcast is off.
+
+#include "console/command_table.h"
+#include "console/event_listener.h"
+#include "console/session.h"
+#include "fuzz/console_output.h"
+#include "fuzz/device.h"
+#include "fuzz/require.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <pthread.h>
+
+namespace {
+
+constexpr const char* events[] = {
+    "controlUserConfigChanged", "configUserConfigChanged", "audioUserConfigChanged",   "videoUserConfigChanged",
+    "networkUserConfigChanged", "systemUserConfigChanged", "videoStatusConfigChanged", "systemStatusConfigChanged",
+    "UpgradeSlaveVersionQuery", "CommandFeedback",
+};
+
+constexpr unsigned char ordinaryConsole = 0x40;
+constexpr unsigned char broadcastOff = 0x80;
+
+SessionContext& startListener() {
+    static SessionContext session;
+    sessionAuthenticated = 1;
+    pthread_t thread;
+    pthread_create(&thread, nullptr, eventListenerThread, &session);
+    pthread_detach(thread);
+    fuzz::require(platform_double::awaitSubscription(events[8]), "the listener starts");
+    return session;
+}
+
+bool beginsWithRow(const std::string& text) {
+    const auto rows = commandTable();
+    return std::any_of(rows.begin(), rows.end(),
+                       [&text](const CommandEntry& row) { return text.starts_with(row.name); });
+}
+
+bool isLinkReport(const std::string& text) { return text.starts_with("TX") || text.starts_with("RX"); }
+
+/// The rows of an address are printed as one line of three parts.
+bool isAddressPart(const std::string& text) { return text.starts_with(" "); }
+
+void checkOutput(const std::string& event, const std::string& payload, const std::string& text) {
+    if (event == "CommandFeedback") {
+        fuzz::require(text == payload + "\r\n", "a feedback text is printed as it came", text);
+    } else if (event == "UpgradeSlaveVersionQuery") {
+        fuzz::require(
+            text == "Mreset\r\n" || text == "Reboot\r\n" || text == "unknown upgrade state : " + payload + "\n",
+            "a state of the upgrade is printed", text);
+    } else {
+        fuzz::require(text.empty() || beginsWithRow(text) || isLinkReport(text) || isAddressPart(text),
+                      "a change is printed as a command line", text);
+    }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static fuzz::ConsoleOutputs console;
+    static SessionContext& session = startListener();
+    if (size == 0) return 0;
+    fuzz::resetDevice();
+    session.kind = (data[0] & ordinaryConsole) != 0 ? 4 : 1;
+    if ((data[0] & broadcastOff) == 0) platform_double::setConfig(R"({"system":{"broadcast":true}})");
+    const std::string event = events[(data[0] & 0x0F) % std::size(events)];
+    const std::string payload = std::string(data + 1, data + size).c_str();  // a payload ends at its first NUL
+    fuzz::require(platform_double::deliver(event, payload), "the listener listens on");
+    checkOutput(event, payload, console.replies.take());
+    console.complaints.take();
+    return 0;
+}
