@@ -96,13 +96,14 @@ Database::~Database() = default;
 bool Database::open() { return connection_ != nullptr || openFile(0); }
 
 bool Database::create() {
+    static constexpr char layout[] =
+        "PRAGMA page_size=1024;"  // as little as possible is written and cached for one leaf
+        "PRAGMA journal_mode=WAL;"
+        "CREATE TABLE IF NOT EXISTS leaf(path TEXT PRIMARY KEY, value TEXT NOT NULL) WITHOUT ROWID";
     // SQLite gives its other files the mode of this one.
     const int fd = ::open(path_.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
     if (fd >= 0) ::close(fd);
-    return openFile(SQLITE_OPEN_CREATE) &&
-           execute(
-               "PRAGMA journal_mode=WAL;"
-               "CREATE TABLE IF NOT EXISTS leaf(path TEXT PRIMARY KEY, value TEXT NOT NULL) WITHOUT ROWID");
+    return openFile(SQLITE_OPEN_CREATE) && execute(layout);
 }
 
 bool Database::isSound() {

@@ -1,7 +1,5 @@
 #include "host/store/preparation.h"
 
-#include "host/store/store.h"
-
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -11,8 +9,6 @@
 
 namespace host {
 namespace {
-
-constexpr const char* logEndings[] = {"-wal", "-shm"};
 
 /// A value for `path` would take the place of nothing.
 std::optional<bool> isFree(Database& database, const std::string& path) {
@@ -59,26 +55,25 @@ std::string timeNow() {
 /// The file and its log, so that somebody can still look at them. Empty with errno set on failure.
 std::string setAside(const std::string& path) {
     const std::string aside = path + ".corrupt-" + timeNow();
-    for (const char* ending : logEndings) std::rename((path + ending).c_str(), (aside + ending).c_str());
+    for (const char* ending : {"-wal", "-shm"}) std::rename((path + ending).c_str(), (aside + ending).c_str());
     return std::rename(path.c_str(), aside.c_str()) == 0 ? aside : "";
 }
 
 }  // namespace
 
-std::optional<std::string> prepareSettings(const char* defaults) {
-    const std::string path = settingsKind.databasePath();
+std::optional<std::string> prepareKeptStore(const StoreKind& kind, const char* defaults) {
+    const std::string path = kind.databasePath();
     const bool isMissing = access(path.c_str(), F_OK) != 0;
-    if (makeReady(settingsKind, defaults)) return isMissing ? "settings.db is new: default settings" : "";
+    if (makeReady(kind, defaults)) return isMissing ? path + " is new and holds the defaults" : "";
     if (errno != EBADMSG) return std::nullopt;
     const std::string aside = setAside(path);
-    if (aside.empty() || !makeReady(settingsKind, defaults)) return std::nullopt;
-    return "settings.db was damaged: set aside as " + aside + ", default settings";
+    if (aside.empty() || !makeReady(kind, defaults)) return std::nullopt;
+    return path + " was damaged: set aside as " + aside + ", the new one holds the defaults";
 }
 
-bool prepareStatus(const char* document) {
-    const std::string path = statusKind.databasePath();
-    for (const char* ending : {"", "-wal", "-shm"}) unlink((path + ending).c_str());
-    return makeReady(statusKind, document);
+bool prepareFreshStore(const StoreKind& kind, const char* content) {
+    for (const char* ending : {"", "-wal", "-shm"}) unlink((kind.databasePath() + ending).c_str());
+    return makeReady(kind, content);
 }
 
 }  // namespace host
