@@ -21,9 +21,10 @@ inline void setVolume(PtySession& console, int volume) { console.ask(setVolumeLi
 
 inline void askVolume(PtySession& console) { console.ask(askVolumeLine, "VOUT -"); }
 
+/// A console that has just started may not hear of the change yet: it is asked.
 inline void setBroadcast(PtySession& console, bool on) {
     const std::string word = on ? "on" : "off";
-    console.ask("Broadcast  " + word + enter, "Broadcast " + word + "\r\n");
+    console.ask("Broadcast  " + word + "\rBroadcast sta\r", "Broadcast " + word + "\r\n");
 }
 
 /// The limit's console answers every line alike.

@@ -20,8 +20,8 @@ class ConsoleCrowd {
     explicit ConsoleCrowd(const Program& program) : program_(program) {}
 
     void growTo(std::size_t count) {
-        while (crowd_.size() < count) askVolume(crowd_.add(program_));
-        set(volume_);
+        while (crowd_.size() < count) awaitHearing(crowd_.add(program_));
+        change();  // what was shown before it is another volume
     }
 
     /// A change, which is stored and announced.
@@ -31,6 +31,14 @@ class ConsoleCrowd {
     void repeat() { set(volume_); }
 
   private:
+    /// A console that has just started does not listen yet.
+    void awaitHearing(PtySession& console) {
+        constexpr std::chrono::milliseconds patience{20};
+        do {
+            crowd_[0].type(setVolumeLine(volume_));
+        } while (!console.awaitFor(patience, volumeReply(volume_)));
+    }
+
     void set(int volume) {
         volume_ = volume;
         crowd_[0].type(setVolumeLine(volume));

@@ -18,8 +18,8 @@ struct Measurement {
 };
 
 constexpr Measurement measurements[] = {
-    {"query", queryRoundTrip}, {"set", durableSet},       {"crowd", crowdedSets}, {"fanout", fanOut},
-    {"start", sessionStart},   {"memory", sessionMemory}, {"idle", idleTime},
+    {"query", queryRoundTrip}, {"set", durableSet},         {"crowd", crowdedSets},    {"fanout", fanOut},
+    {"start", sessionStart},   {"connect", sessionConnect}, {"memory", sessionMemory}, {"idle", idleTime},
 };
 
 struct Options {

@@ -30,6 +30,9 @@ std::vector<Row> fanOut(const Bench& bench);
 /// A new session until it has answered its first line.
 std::vector<Row> sessionStart(const Bench& bench);
 
+/// The same through the launcher.
+std::vector<Row> sessionConnect(const Bench& bench);
+
 /// What one more session costs in memory.
 std::vector<Row> sessionMemory(const Bench& bench);
 

@@ -15,7 +15,7 @@
 namespace bench {
 namespace {
 
-constexpr int patience = 10'000;  // milliseconds
+constexpr std::chrono::seconds longestPatience{10};
 
 [[noreturn]] void fail(const std::string& what, int error = errno) {
     throw std::runtime_error(what + ": " + std::strerror(error));
@@ -58,11 +58,10 @@ pid_t spawn(const Program& program, const char* terminalName) {
     return pid;
 }
 
-void awaitInput(int terminal) {
+/// False when there is none for so long.
+bool awaitInput(int terminal, std::chrono::milliseconds patience) {
     pollfd input{terminal, POLLIN, 0};
-    const int ready = poll(&input, 1, patience);
-    if (ready == 0) fail("no reply", ETIMEDOUT);
-    if (ready < 0 && errno != EINTR) fail("poll");
+    return poll(&input, 1, static_cast<int>(patience.count())) != 0;
 }
 
 }  // namespace
@@ -84,7 +83,14 @@ void PtySession::type(std::string_view bytes) {
 }
 
 void PtySession::await(std::string_view text) {
-    while (!hasShown(text)) awaitInput(terminal_.get());
+    if (!awaitFor(longestPatience, text)) fail("no \"" + std::string(text) + "\" after \"" + shown_ + "\"", ETIMEDOUT);
+}
+
+bool PtySession::awaitFor(std::chrono::milliseconds patience, std::string_view text) {
+    while (!hasShown(text)) {
+        if (!awaitInput(terminal_.get(), patience)) return false;
+    }
+    return true;
 }
 
 void PtySession::ask(std::string_view line, std::string_view reply) {

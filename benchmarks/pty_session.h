@@ -4,6 +4,7 @@
 #include "benchmarks/program.h"
 #include "host/loop/unique_fd.h"
 
+#include <chrono>
 #include <string>
 #include <string_view>
 #include <sys/types.h>
@@ -23,9 +24,12 @@ class PtySession {
 
     void type(std::string_view bytes);
 
-    /// Waits until the program has shown `text`, and forgets all that it has shown. Throws std::runtime_error when that
-    /// takes more than ten seconds.
+    /// Waits until the program has shown `text`, and forgets all that it has shown. Throws std::runtime_error when
+    /// nothing comes for ten seconds.
     void await(std::string_view text);
+
+    /// The same with a patience of its own. False when nothing has come for so long.
+    bool awaitFor(std::chrono::milliseconds patience, std::string_view text);
 
     /// Types a line and waits for the reply.
     void ask(std::string_view line, std::string_view reply);

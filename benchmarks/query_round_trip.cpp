@@ -7,7 +7,6 @@ namespace bench {
 std::vector<Row> queryRoundTrip(const Bench& bench) {
     PtySession console(bench.device.console());
     PtySession echo({bench.programs / "echo_console", {"echo_console"}, {}});
-    setVolume(console, -20);
     const Comparison result = compare(
         {bench.blocks, 50}, [&] { return secondsOf([&] { askVolume(console); }); },
         [&] { return secondsOf([&] { askEcho(echo); }); });

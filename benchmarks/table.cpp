@@ -13,7 +13,7 @@ std::string format(const char* pattern, Values... values) {
 }
 
 std::string withUnit(double value, Unit unit) {
-    if (unit == Unit::count) return format("%.2f", value);
+    if (unit == Unit::count) return format("%.0f", value);
     if (unit == Unit::bytes) return format("%.0f kB", value / 1024);
     return value < 1e-3 ? format("%.0f us", value * 1e6) : format("%.2f ms", value * 1e3);
 }
@@ -55,12 +55,13 @@ Row worstRow(std::string what, const Samples& samples, double goal, Unit unit) {
     return row;
 }
 
-Row exactRow(std::string what, double value, double goal) {
+Row exactRow(std::string what, const Samples& samples, double goal, Unit unit) {
     Row row;
     row.what = std::move(what);
-    row.median = withUnit(value, Unit::count);
-    row.goal = "= " + withUnit(goal, Unit::count);
-    row.reached = value == goal;
+    row.median = withUnit(median(samples), unit);
+    row.p99 = withUnit(p99(samples), unit);
+    row.goal = "= " + withUnit(goal, unit);
+    row.reached = median(samples) == goal;
     return row;
 }
 

@@ -28,8 +28,8 @@ Row ratioRow(std::string what, const Comparison& comparison, std::optional<doubl
 /// A row in which not even the worst sample may exceed `goal`.
 Row worstRow(std::string what, const Samples& samples, double goal, Unit unit = Unit::seconds);
 
-/// A row with one number, which must be `goal`.
-Row exactRow(std::string what, double value, double goal);
+/// A row whose median must be `goal`.
+Row exactRow(std::string what, const Samples& samples, double goal, Unit unit = Unit::count);
 
 void print(const std::vector<Row>& rows);
 
