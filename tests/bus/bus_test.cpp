@@ -1,0 +1,313 @@
+#include "host/base/device_root.h"
+#include "host/bus/call_log.h"
+#include "host/bus/monitor.h"
+#include "host/bus/visible_text.h"
+#include "platform/event_bus.h"
+#include "platform/lpc.h"
+#include "tests/bus/private_bus.h"
+
+#include <atomic>
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+#include <fstream>
+#include <iterator>
+#include <list>
+#include <memory>
+#include <poll.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+namespace {
+
+using namespace std::chrono_literals;
+using Clock = std::chrono::steady_clock;
+
+std::string everyByte() {
+    std::string bytes;
+    for (int byte = 1; byte < 256; ++byte) bytes += static_cast<char>(byte);
+    return bytes;
+}
+
+std::string readAll(const std::string& path) {
+    std::ifstream file(path);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+/// Runs `act`, which must fail, in at most `limit`; returns its errno.
+template <typename Act>
+int errorWithin(std::chrono::milliseconds limit, Act act) {
+    const auto start = Clock::now();
+    errno = 0;
+    const int result = act();
+    const int error = errno;
+    EXPECT_NE(result, 0);
+    EXPECT_LT(Clock::now() - start, limit);
+    return error;
+}
+
+/// Serves "echo" (answers with its text), "silent" (keeps the requests) and "release" (answers all those kept) under a
+/// service name, on a thread of its own.
+class TestService {
+  public:
+    explicit TestService(const char* name) : thread_([this, name] { serve(name); }) {
+        waitUntil([this] { return isReady_.load(); });
+    }
+    ~TestService() { stop(); }
+
+    void stop() {
+        stopping_ = true;
+        if (thread_.joinable()) thread_.join();
+    }
+
+    int error() const { return error_; }
+
+  private:
+    static void echo(lpc_request* request, void*) { lpc_request_completed(request, lpc_request_params(request)); }
+
+    static void keep(lpc_request* request, void* self) { static_cast<TestService*>(self)->kept_.push_back(request); }
+
+    static void release(lpc_request* request, void* self) {
+        for (lpc_request* kept : static_cast<TestService*>(self)->kept_) lpc_request_completed(kept, "late");
+        static_cast<TestService*>(self)->kept_.clear();
+        lpc_request_completed(request, nullptr);
+    }
+
+    void serve(const char* name) {
+        lpc_service* service = lpc_service_create(name, 0, "echo", echo, this);
+        error_ = service == nullptr ? errno : 0;
+        if (service != nullptr) {
+            lpc_service_create(name, 0, "silent", keep, this);
+            lpc_service_create(name, 0, "release", release, this);
+        }
+        isReady_ = true;
+        while (service != nullptr && !stopping_) {
+            pollfd input{lpc_service_fileno(service), POLLIN, 0};
+            if (poll(&input, 1, 10) == 1 && lpc_service_on_connect(service) != 0) break;
+        }
+        for (lpc_request* request : kept_) lpc_request_completed(request, nullptr);
+    }
+
+    std::list<lpc_request*> kept_;
+    std::atomic<int> error_ = 0;
+    std::atomic<bool> isReady_ = false;
+    std::atomic<bool> stopping_ = false;
+    std::thread thread_;
+};
+
+struct DestroyCompletion {
+    void operator()(lpc_completion* completion) const { lpc_completion_destroy(completion); }
+};
+using Completion = std::unique_ptr<lpc_completion, DestroyCompletion>;
+
+Completion begin(const char* service, const char* method, const char* text) {
+    lpc_completion* completion = nullptr;
+    EXPECT_EQ(lpc_proxy_call_with_reply(service, method, text, &completion), 0) << std::strerror(errno);
+    return Completion(completion);
+}
+
+/// The reply to a call; the error's name in brackets when it fails.
+std::string ask(const char* service, const char* method, const char* text) {
+    const Completion completion = begin(service, method, text);
+    if (lpc_completion_wait(completion.get(), 5000) != 0) return strerrorname_np(errno);
+    return lpc_completion_data(completion.get());
+}
+
+class BusTest : public PrivateBus {};
+
+TEST_F(BusTest, EventsArriveWholeAndInOrder) {
+    Listener listener("someChanged"), other("otherChanged");
+    const std::string bytes = everyByte();
+    constexpr int count = 2000;
+    for (int i = 0; i < count; ++i) ASSERT_EQ(eventbus_publish("someChanged", (bytes + std::to_string(i)).c_str()), 0);
+    ASSERT_EQ(eventbus_publish("otherChanged", ""), 0);
+    for (int i = 0; i < count; ++i) ASSERT_EQ(listener.take(), bytes + std::to_string(i));
+    EXPECT_EQ(other.take(), "");
+}
+
+TEST_F(BusTest, RepliesArriveWhole) {
+    const TestService service("someService");
+    EXPECT_EQ(ask("someService", "echo", everyByte().c_str()), everyByte());
+    const std::string large(400'000, 'x');
+    EXPECT_EQ(ask("someService", "echo", large.c_str()), large);
+    EXPECT_EQ(ask("someService", "release", ""), "");
+    EXPECT_EQ(lpc_proxy_call("someService", "echo", ""), 0);
+}
+
+TEST_F(BusTest, RefusesWhatTheBusCouldNotCarry) {
+    const std::string tooLong(2'000'000, 'x');
+    EXPECT_EQ(errorWithin(1s, [] { return eventbus_publish("no name", "x"); }), EINVAL);
+    EXPECT_EQ(errorWithin(1s, [] { return lpc_proxy_call("no-name", "echo", "x"); }), EINVAL);
+    EXPECT_EQ(errorWithin(1s, [] { return lpc_proxy_call("someService", "", "x"); }), EINVAL);
+    EXPECT_EQ(errorWithin(1s, [&] { return eventbus_publish("someChanged", tooLong.c_str()); }), EMSGSIZE);
+    EXPECT_EQ(errorWithin(1s, [&] { return lpc_proxy_call("someService", "echo", tooLong.c_str()); }), EMSGSIZE);
+    EXPECT_EQ(eventbus_publish("someChanged", "x"), 0);
+}
+
+TEST_F(BusTest, CallsNobodyAnswersFail) {
+    EXPECT_NE(errorWithin(1s, [] { return lpc_proxy_call("nobody", "echo", "x"); }), 0);
+
+    TestService service("someService");
+    EXPECT_NE(errorWithin(1s, [] { return lpc_proxy_call("someService", "unknown", "x"); }), 0);
+    EXPECT_EQ(errorWithin(6s, [] { return lpc_proxy_call("someService", "silent", "x"); }), ETIMEDOUT);
+
+    const Completion silent = begin("someService", "silent", "x");
+    EXPECT_EQ(errorWithin(1s, [&] { return lpc_completion_wait(silent.get(), 20); }), ETIMEDOUT);
+    EXPECT_EQ(lpc_completion_data(silent.get()), nullptr);
+    EXPECT_EQ(ask("someService", "release", ""), "");
+    EXPECT_EQ(ask("someService", "echo", "mine"), "mine") << "the late reply must not be taken for this one";
+    EXPECT_EQ(lpc_completion_wait(silent.get(), 5000), 0);
+    EXPECT_STREQ(lpc_completion_data(silent.get()), "late");
+
+    const Completion orphan = begin("someService", "silent", "x");
+    lpc_completion_wait(orphan.get(), 20);
+    service.stop();
+    EXPECT_EQ(lpc_completion_wait(orphan.get(), 5000), 0) << "answered at the service's end";
+}
+
+TEST_F(BusTest, AServiceNameHasOneOwner) {
+    auto first = std::make_unique<TestService>("someService");
+    EXPECT_EQ(first->error(), 0);
+    EXPECT_EQ(TestService("someService").error(), EEXIST);
+    EXPECT_EQ(TestService("otherService").error(), 0);
+    first.reset();
+    EXPECT_EQ(TestService("someService").error(), 0);
+}
+
+TEST_F(BusTest, CallsAreListedBeforeTheyAreAnswered) {
+    const TestService service("someService");
+    unlink(host::callLogPath().c_str());
+    ask("someService", "echo", "back\\slash\r\n\x02\x7f ü");
+    EXPECT_EQ(readAll(host::callLogPath()), "call someService echo back\\\\slash\\r\\n\\002\\177 ü\n");
+}
+
+TEST_F(BusTest, AFrozenBusDelaysNobodyForLong) {
+    ASSERT_EQ(eventbus_publish("someChanged", "opens the connection"), 0);
+    freezeBus();
+    EXPECT_EQ(errorWithin(6s, [] { return lpc_proxy_call("nobody", "echo", "x"); }), ETIMEDOUT);
+    const std::string large(400'000, 'x');
+    EXPECT_EQ(errorWithin(6s,
+                          [&] {
+                              int result = 0;
+                              for (int i = 0; i < 1000 && result == 0; ++i)
+                                  result = eventbus_publish("someChanged", large.c_str());
+                              return result;
+                          }),
+              ETIMEDOUT)
+        << "what does not fit into the socket";
+    std::thread([] {
+        EXPECT_EQ(errorWithin(6s, [] { return eventbus_publish("someChanged", "x"); }), ETIMEDOUT);
+        EXPECT_EQ(
+            errorWithin(6s, [] { return lpc_service_create("frozen", 0, "m", nullptr, nullptr) == nullptr ? -1 : 0; }),
+            ETIMEDOUT);
+    }).join();
+    thawBus();
+    Listener listener("someChanged");
+    EXPECT_EQ(eventbus_publish("someChanged", "again"), 0);
+    EXPECT_EQ(listener.take(), "again") << "nothing that was reported as failed may come late";
+}
+
+TEST_F(BusTest, OpeningAndSubscribingDoNotWaitForTheBus) {
+    freezeBus();
+    std::string heard;
+    eventbus* bus = eventbus_open();
+    ASSERT_NE(bus, nullptr);
+    const auto keep = [](void* text, const char* payload) { *static_cast<std::string*>(text) = payload; };
+    ASSERT_EQ(eventbus_subscribe(bus, "someChanged", keep, &heard), 0);
+    thawBus();
+    waitUntil([&] {
+        // Published again and again, since the bus learns of the subscription only while this end reads.
+        EXPECT_EQ(eventbus_publish("someChanged", "heard"), 0);
+        pollfd input{eventbus_fileno(bus), POLLIN, 0};
+        EXPECT_TRUE(poll(&input, 1, 10) == 0 || eventbus_on_data_available(bus) == 0);
+        return heard == "heard";
+    });
+    eventbus_close(bus);
+}
+
+TEST_F(BusTest, ARestartedBusIsFoundAgain) {
+    auto listener = std::make_unique<Listener>("someChanged");
+    auto service = std::make_unique<TestService>("someService");
+    ASSERT_EQ(eventbus_publish("someChanged", "before"), 0);
+    EXPECT_EQ(listener->take(), "before");
+
+    stopBus();
+    EXPECT_FALSE(listener->waitForInput());
+    EXPECT_NE(errorWithin(1s, [] { return eventbus_publish("someChanged", "x"); }), 0);
+    EXPECT_EQ(eventbus_open(), nullptr);
+
+    startBus();
+    listener = std::make_unique<Listener>("someChanged");
+    service = std::make_unique<TestService>("someService");
+    EXPECT_EQ(eventbus_publish("someChanged", "after"), 0);
+    EXPECT_EQ(listener->take(), "after");
+    EXPECT_EQ(ask("someService", "echo", "after"), "after");
+}
+
+TEST_F(BusTest, AKeptConnectionThatDiedUnnoticedIsReplaced) {
+    ASSERT_EQ(eventbus_publish("someChanged", "before"), 0);
+    stopBus();
+    startBus();
+    Listener listener("someChanged");
+    EXPECT_EQ(eventbus_publish("someChanged", "after"), 0);
+    EXPECT_EQ(listener.take(), "after");
+}
+
+TEST_F(BusTest, AForkedChildUsesAConnectionOfItsOwn) {
+    Listener listener("someChanged");
+    ASSERT_EQ(eventbus_publish("someChanged", "parent"), 0);
+    const pid_t child = fork();
+    if (child == 0) _exit(eventbus_publish("someChanged", "child"));
+    int status = -1;
+    waitpid(child, &status, 0);
+    EXPECT_EQ(status, 0);
+    ASSERT_EQ(eventbus_publish("someChanged", "parent again"), 0);
+    EXPECT_EQ(listener.take(), "parent");
+    EXPECT_EQ(listener.take(), "child");
+    EXPECT_EQ(listener.take(), "parent again");
+}
+
+TEST_F(BusTest, ThreadsDoNotDisturbEachOther) {
+    const TestService service("someService");
+    const auto work = [](const char* name) {
+        Listener listener(name);
+        for (int i = 0; i < 300; ++i) {
+            const std::string text = name + std::to_string(i);
+            ASSERT_EQ(eventbus_publish(name, text.c_str()), 0);
+            ASSERT_EQ(ask("someService", "echo", text.c_str()), text);
+            ASSERT_EQ(listener.take(), text);
+        }
+    };
+    std::thread first(work, "first"), second(work, "second");
+    first.join();
+    second.join();
+}
+
+TEST_F(BusTest, HundredsOfConnectionsAtOnce) {
+    std::list<Listener> listeners;
+    for (int i = 0; i < 600; ++i) listeners.emplace_back("someChanged");
+    ASSERT_EQ(eventbus_publish("someChanged", "all"), 0);
+    for (Listener& listener : listeners) ASSERT_EQ(listener.take(), "all");
+}
+
+TEST_F(BusTest, AMonitorSeesEventsAndCalls) {
+    std::vector<std::string> seen;
+    std::atomic<std::size_t> count = 0;
+    host::Monitor monitor([&](const host::BusTraffic& traffic) {
+        seen.push_back(std::string(traffic.service) + "|" + std::string(traffic.name) + "|" + traffic.text);
+        count = seen.size();
+    });
+    ASSERT_TRUE(monitor.open());
+    std::thread watching([&] { monitor.run(); });
+    const TestService service("someService");
+    eventbus_publish("someChanged", "x");
+    ask("someService", "echo", "y");
+    lpc_proxy_call("nobody", "echo", "z");
+    waitUntil([&] { return count == 3; });
+    stopBus();
+    watching.join();
+    EXPECT_EQ(seen, (std::vector<std::string>{"|someChanged|x", "someService|echo|y", "nobody|echo|z"}));
+}
+
+}  // namespace
