@@ -8,7 +8,7 @@
 
 #include <cstdio>
 
-int (*rebootWait)(useconds_t microseconds) = usleep;
+constinit Wait rebootWait = usleep;
 
 namespace {
 

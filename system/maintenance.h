@@ -13,7 +13,8 @@ void resetToDefaults(const Command& command);
 void rebootDevice(const Command& command);
 
 /// How rebootDevice() waits: usleep() unless somebody cannot wait that long.
-extern int (*rebootWait)(useconds_t microseconds);
+using Wait = int (*)(useconds_t microseconds);
+extern constinit Wait rebootWait;  // NOLINT(bugprone-dynamic-static-initializers): constinit says it is not
 
 /// Update: starts a firmware update unless one is running.
 void updateFirmware(const Command& command);

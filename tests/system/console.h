@@ -22,11 +22,4 @@ std::string type(const Line&... lines) {
     return replies;
 }
 
-/// What goes to standard error, and the reply behind it.
-inline std::string typeAndHear(const std::string& line) {
-    std::string reply;
-    const std::string errors = captureErrors([&] { reply = typed(line); });
-    return errors + reply;
-}
-
 inline std::string refusal(const std::string& line) { return "Command FAILED: (" + line + ")\r\n"; }
