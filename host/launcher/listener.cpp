@@ -77,7 +77,10 @@ Listener::Listener(EventLoop& loop, UniqueFd socket, OnPeer onPeer)
       reserve_(openReserve()),
       onPeer_(std::move(onPeer)),
       watch_(loop, socket_.get(), [this] { acceptWaiting(); }),
-      resume_(loop, [this] { watch_.resume(); }) {}
+      resume_(loop, [this] {
+          if (!reserve_) reserve_ = openReserve();
+          watch_.resume();
+      }) {}
 
 int Listener::port() const {
     SocketAddress own;
@@ -103,19 +106,22 @@ bool Listener::acceptOne() {
 }
 
 void Listener::onAcceptFailure() {
-    if (errno == EMFILE) {
-        refuseOne();
-    } else if (errno == ENFILE || errno == ENOBUFS || errno == ENOMEM) {
-        // The waiting connection keeps the socket readable: without a pause the loop would spin.
-        watch_.pause();
-        resume_.start(pauseAfterFailure);
-    }
+    const bool outOfDescriptors = errno == EMFILE;
+    if (outOfDescriptors && reserve_) return refuseOne();
+    if (!outOfDescriptors && errno != ENFILE && errno != ENOBUFS && errno != ENOMEM) return;
+    // The waiting connection keeps the socket readable: without a pause the loop would spin.
+    watch_.pause();
+    resume_.start(pauseAfterFailure);
 }
 
 void Listener::refuseOne() {
     reserve_.reset();
-    const UniqueFd peer(accept4(socket_.get(), nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC));
-    if (peer) sendLastWords(peer.get(), "Too many connections.\r\n");
+    UniqueFd peer(accept4(socket_.get(), nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC));
+    if (peer) {
+        sendLastWords(peer.get(), "Too many connections.\r\n");
+        discardInput(peer.get());
+    }
+    peer.reset();
     reserve_ = openReserve();
 }
 

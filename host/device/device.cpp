@@ -1,0 +1,187 @@
+#include "host/device/device.h"
+
+#include "host/base/device_root.h"
+#include "host/bus/bus_config.h"
+#include "host/bus/bus_names.h"
+#include "host/device/orphans.h"
+#include "host/device/report.h"
+
+#include <algorithm>
+#include <csignal>
+#include <cstdio>
+#include <fcntl.h>
+#include <sstream>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace host {
+namespace {
+
+using namespace std::chrono_literals;
+using Command = Child::Command;
+
+constexpr const char* daemonNames[] = {
+    "displayControl", "displayControlTelnetClient", "networkd", "systemd", "intermcud",
+    "kxcmdd",         "bruteForceAttacksd",         "upgrade"};
+
+/// None of the children is ended while one of a higher rank still runs.
+enum { noRank, busRank, daemonRank, launcherRank };
+
+constexpr auto readyLimit = 30s;
+
+/// From SIGTERM to SIGKILL; the launcher ends stubborn consoles in less.
+constexpr auto endLimit = 3s;
+
+Command busCommand(int ready) {
+    return {"/usr/bin/dbus-daemon", "--nofork", "--nopidfile", "--config-file=" + writeBusConfig(),
+            "--print-address=" + std::to_string(ready)};
+}
+
+/// What the bus says is for those who look for a fault in it.
+UniqueFd openBusOutput() {
+    return UniqueFd(open(inRoot("log/dbus-daemon").c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_APPEND | O_CLOEXEC, 0600));
+}
+
+std::string describeEnd(int status) {
+    return WIFSIGNALED(status) ? "signal " + std::to_string(WTERMSIG(status))
+                               : "status " + std::to_string(WEXITSTATUS(status));
+}
+
+}  // namespace
+
+Device::Device(EventLoop& loop, const DeviceOptions& options, const Programs& programs)
+    : loop_(loop),
+      options_(options),
+      busOutput_(openBusOutput()),
+      childWatch_(loop, SIGCHLD, [this] { reap(); }),
+      deadline_(loop, [this] { onDeadline(); }),
+      logKeeper_(loop) {
+    add({.name = "dbus-daemon",
+         .rank = busRank,
+         .output = busOutput_.get(),
+         .command = busCommand,
+         .onReady = [this](const std::string&) { onBusReady(); }});
+    for (const char* name : daemonNames) {
+        add({.name = name,
+             .rank = daemonRank,
+             .command =
+                 [programs, name](int) {
+                     return Command{programs.daemon, name};
+                 },
+             .onReady = [this](const std::string&) { announceIfReady(); }});
+    }
+    add({.name = "telnet_launcher",
+         .rank = launcherRank,
+         .command = [this, programs](int) { return launcherCommand(programs.launcher); },
+         .onReady = [this](const std::string& address) { onLauncherReady(address); }});
+}
+
+void Device::add(Child::Plan plan) {
+    plan.onDue = [this](Child& child) { startChild(child); };
+    children_.emplace_back(loop_, std::move(plan));
+}
+
+Command Device::launcherCommand(const std::string& program) const {
+    LaunchOptions launch = options_.launch;
+    if (!options_.isTelnetPortGiven) launch.telnetPort = storedTelnetPort(launch.telnetPort);
+    Command command = launch.arguments();
+    command.insert(command.begin(), program);
+    return command;
+}
+
+void Device::start() {
+    deadline_.start(readyLimit);
+    startChild(bus());
+}
+
+/// All but the bus need it; they are started when it is ready.
+void Device::startChild(Child& child) {
+    if (outcome_ || (child.rank() != busRank && !bus().isReady()) || child.start()) return;
+    report("%s cannot be started: %m", child.name().c_str());
+    child.startLater();
+}
+
+void Device::onBusReady() {
+    chmod(busPath().c_str(), S_IRUSR | S_IWUSR);
+    for (Child& child : children_) startChild(child);
+}
+
+/// The address is followed by the four ports. From now on they are these, also after a restart.
+void Device::onLauncherReady(const std::string& address) {
+    std::istringstream words(address);
+    std::string listen;
+    int telnetPort = 0;
+    words >> listen >> telnetPort;
+    for (int& port : options_.launch.rawPorts) words >> port;
+    options_.isTelnetPortGiven = false;
+    storeTelnetPort(telnetPort);
+    readyLine_ = "ready: telnet " + listen + " " + std::to_string(telnetPort);
+    announceIfReady();
+}
+
+void Device::announceIfReady() {
+    const bool isReady = std::all_of(children_.begin(), children_.end(), [](const Child& c) { return c.isReady(); });
+    if (!isReady || isAnnounced_ || outcome_) return;
+    isAnnounced_ = true;
+    deadline_.stop();
+    std::puts(readyLine_.c_str());
+    std::fflush(stdout);
+}
+
+void Device::reap() {
+    int status = 0;
+    for (pid_t pid; (pid = waitpid(-1, &status, WNOHANG)) > 0;)
+        for (Child& child : children_)
+            if (child.pid() == pid) onEnded(child, status);
+}
+
+void Device::onEnded(Child& child, int status) {
+    child.ended();
+    if (outcome_) return proceedStopping();
+    const std::string end = describeEnd(status);
+    if (!isAnnounced_) {
+        report("%s ended before the device was ready (%s)", child.name().c_str(), end.c_str());
+        return stop(Outcome::failed);
+    }
+    report("%s ended (%s) and is started again", child.name().c_str(), end.c_str());
+    child.startLater();
+}
+
+void Device::stop(Outcome outcome) {
+    if (outcome_) return;
+    outcome_ = outcome;
+    proceedStopping();
+}
+
+/// Sessions end while the daemons that they use are still there, and these while the bus is.
+void Device::proceedStopping() {
+    int highest = noRank;
+    for (const Child& child : children_)
+        if (child.isRunning()) highest = std::max(highest, child.rank());
+    if (highest == endingRank_) return;
+    endingRank_ = highest;
+    if (highest == noRank) return finish();
+    signalRank(SIGTERM);
+    deadline_.start(endLimit);
+}
+
+void Device::finish() {
+    deadline_.stop();
+    endOrphans();
+    loop_.stop();
+}
+
+void Device::signalRank(int number) {
+    for (const Child& child : children_)
+        if (child.rank() == endingRank_) child.signal(number);
+}
+
+void Device::onDeadline() {
+    if (outcome_) return signalRank(SIGKILL);
+    for (const Child& child : children_)
+        if (!child.isReady()) report("%s is not ready", child.name().c_str());
+    stop(Outcome::failed);
+}
+
+}  // namespace host

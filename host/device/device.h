@@ -1,0 +1,68 @@
+/// The whole device: its bus, its daemons and its launcher, from the start to the end.
+#pragma once
+
+#include "host/device/child.h"
+#include "host/device/options.h"
+#include "host/device/programs.h"
+#include "host/device/stores.h"
+#include "host/loop/event_loop.h"
+#include "host/loop/unique_fd.h"
+
+#include <list>
+#include <optional>
+#include <string>
+
+namespace host {
+
+class Device {
+  public:
+    /// How a run has ended.
+    enum class Outcome { stopped, failed, restartWanted };
+
+    Device(EventLoop& loop, const DeviceOptions& options, const Programs& programs);
+    Device(const Device&) = delete;
+    Device& operator=(const Device&) = delete;
+
+    /// Starts everything in a root whose folders and stores are prepared. A line on standard output tells when
+    /// connections are accepted.
+    void start();
+
+    /// Ends all that was started, and then the loop. The first call's outcome holds.
+    void stop(Outcome outcome);
+
+    Outcome outcome() const { return outcome_.value_or(Outcome::failed); }
+
+    /// The options with which the device starts again on the ports that it has now.
+    const DeviceOptions& options() const { return options_; }
+
+  private:
+    void add(Child::Plan plan);
+    Child& bus() { return children_.front(); }
+    Child::Command launcherCommand(const std::string& program) const;
+
+    void startChild(Child& child);
+    void onBusReady();
+    void onLauncherReady(const std::string& address);
+    void announceIfReady();
+
+    void reap();
+    void onEnded(Child& child, int status);
+    void proceedStopping();
+    void finish();
+    void signalRank(int number);
+    void onDeadline();
+
+    EventLoop& loop_;
+    DeviceOptions options_;
+    UniqueFd busOutput_;
+    std::list<Child> children_;  ///< the bus first
+    std::string readyLine_;
+    bool isAnnounced_ = false;
+    std::optional<Outcome> outcome_;
+    int endingRank_ = -1;  ///< of the children that were asked to end last
+    SignalWatch childWatch_;
+    Timer deadline_;
+    LogKeeper logKeeper_;
+};
+
+}  // namespace host

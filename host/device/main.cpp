@@ -1,0 +1,97 @@
+/// Runs a whole device in the foreground.
+#include "host/base/device_root.h"
+#include "host/device/device.h"
+#include "host/device/options.h"
+#include "host/device/orphans.h"
+#include "host/device/programs.h"
+#include "host/device/root_layout.h"
+#include "host/device/root_lock.h"
+#include "host/device/stores.h"
+#include "host/loop/event_loop.h"
+
+#include <csignal>
+#include <cstdio>
+#include <filesystem>
+#include <string_view>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <vector>
+
+namespace host {
+namespace {
+
+constexpr int usageStatus = 2;
+
+/// Signals that come before the device listens to them wait until it does.
+void holdSignals(int how) {
+    sigset_t signals;
+    sigemptyset(&signals);
+    for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGUSR1}) sigaddset(&signals, number);
+    sigprocmask(how, &signals, nullptr);
+}
+
+void warnIfExposed(const std::string& listen) {
+    if (listen.starts_with("127.") || listen == "::1") return;
+    std::fprintf(stderr, "device: warning: anyone who reaches %s can operate this device\n", listen.c_str());
+}
+
+/// What this process gives on to all it starts: files for the owner alone, and a search path that ends with the
+/// stand-ins, so that nobody finds the machine's own reboot.
+void prepareEnvironment(const std::string& root) {
+    std::error_code error;
+    const auto absolute = std::filesystem::absolute(root, error).lexically_normal();
+    setDeviceRoot(std::filesystem::weakly_canonical(absolute, error));
+    setenv("PATH", inRoot("sbin").c_str(), 1);
+    umask(S_IRWXG | S_IRWXO);
+    std::signal(SIGPIPE, SIG_IGN);
+    adoptOrphans();
+}
+
+Device::Outcome run(DeviceOptions& options, const Programs& programs) {
+    EventLoop loop;
+    Device device(loop, options, programs);
+    const auto stop = [&device] { device.stop(Device::Outcome::stopped); };
+    SignalWatch onInterrupt(loop, SIGINT, stop), onTerminate(loop, SIGTERM, stop), onHangUp(loop, SIGHUP, stop);
+    SignalWatch onRestart(loop, SIGUSR1, [&device] { device.stop(Device::Outcome::restartWanted); });
+    holdSignals(SIG_UNBLOCK);
+    device.start();
+    loop.run();
+    holdSignals(SIG_BLOCK);
+    options = device.options();
+    return device.outcome();
+}
+
+/// Nothing of the last run can linger in a process that begins anew.
+void startAnew(const DeviceOptions& options) {
+    std::vector<std::string> words = options.arguments();
+    std::vector<char*> arguments = {program_invocation_name};
+    for (std::string& word : words) arguments.push_back(word.data());
+    arguments.push_back(nullptr);
+    execv("/proc/self/exe", arguments.data());
+    std::perror("device: restart");
+}
+
+int runDevice(DeviceOptions& options) {
+    const Programs programs = Programs::find();
+    if (!makeRoot()) return 1;
+    const std::optional<RootLock> lock = RootLock::take();
+    if (!lock || !layOutRoot(programs) || !prepareStores()) return 1;
+    const Device::Outcome outcome = run(options, programs);
+    if (outcome == Device::Outcome::restartWanted) startAnew(options);
+    return outcome == Device::Outcome::stopped ? 0 : 1;
+}
+
+}  // namespace
+}  // namespace host
+
+int main(int argc, char** argv) {
+    host::holdSignals(SIG_BLOCK);
+    std::optional<host::DeviceOptions> options = host::DeviceOptions::parse(argc, argv);
+    if (!options) {
+        std::fprintf(stderr, "usage: %s [--root DIR] %s\n", argv[0], host::launchUsage);
+        return host::usageStatus;
+    }
+    host::warnIfExposed(options->launch.listen);
+    host::prepareEnvironment(options->root);
+    return host::runDevice(*options);
+}

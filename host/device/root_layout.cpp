@@ -1,0 +1,73 @@
+#include "host/device/root_layout.h"
+
+#include "host/base/device_process.h"
+#include "host/base/device_root.h"
+#include "host/base/log_levels.h"
+#include "host/bus/call_log.h"
+#include "host/launcher/console_port.h"
+#include "host/store/store.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <filesystem>
+#include <string>
+#include <sys/stat.h>
+#include <system_error>
+
+namespace host {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* folders[] = {"usr/bin", "mnt/mtd/bin", "sbin", "factory", "log"};
+constexpr const char* standIns[] = {"mnt/mtd/bin/apploggertool", "mnt/mtd/bin/factory_tool", "sbin/reboot",
+                                    "sbin/killall"};
+
+bool report(const std::string& path, const std::error_code& error) {
+    if (error) std::fprintf(stderr, "device: %s: %s\n", path.c_str(), error.message().c_str());
+    return !error;
+}
+
+std::error_code lastError() { return {errno, std::generic_category()}; }
+
+bool link(const fs::path& program, const std::string& path) {
+    std::error_code error;
+    if (fs::read_symlink(path, error) == program) return true;
+    fs::remove(path, error);
+    fs::create_symlink(program, path, error);
+    return report(path, error);
+}
+
+/// A folder given by mistake must not lose its permissions to a device.
+bool isRootOrEmpty(const std::string& path, std::error_code& error) {
+    return fs::exists(deviceLockPath(), error) || fs::exists(settingsKind.databasePath(), error) ||
+           fs::is_empty(path, error);
+}
+
+}  // namespace
+
+bool makeRoot() {
+    const std::string& root = deviceRoot();
+    std::error_code error;
+    fs::create_directories(root, error);
+    if (!error && !isRootOrEmpty(root, error) && !error) error = std::make_error_code(std::errc::directory_not_empty);
+    if (!error && chmod(root.c_str(), S_IRWXU) != 0) error = lastError();
+    return report(root, error);
+}
+
+bool layOutRoot(const Programs& programs) {
+    std::error_code error;
+    for (const char* folder : folders) {
+        fs::create_directories(inRoot(folder), error);
+        if (!report(inRoot(folder), error)) return false;
+    }
+    for (const ConsolePort& port : consolePorts)
+        if (!link(programs.console, deviceRoot() + port.programName)) return false;
+    for (const char* name : standIns)
+        if (!link(programs.standIn, inRoot(name))) return false;
+    if (!prepareLog()) return report(inRoot("log"), lastError());
+    fs::remove(callLogPath(), error);
+    return report(callLogPath(), error);
+}
+
+}  // namespace host

@@ -1,0 +1,65 @@
+#include "host/device/stores.h"
+
+#include "host/base/json.h"
+#include "host/device/report.h"
+#include "host/store/defaults.h"
+#include "host/store/preparation.h"
+#include "host/store/store.h"
+#include "platform/json_token.h"
+#include "platform/user_config.h"
+
+#include <chrono>
+#include <optional>
+#include <string>
+
+namespace host {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto logKeepingTime = 5s;
+
+double secondsSinceEpoch() {
+    return std::chrono::duration<double>(std::chrono::system_clock::now().time_since_epoch()).count();
+}
+
+std::string statusAtStart() {
+    const Json status = parseExactJson(defaultStatus);
+    json_token_object_walk_set_object(status.get(), "time.status.bootUpTime",
+                                      json_object_new_double(secondsSinceEpoch()));
+    return compactText(status.get());
+}
+
+}  // namespace
+
+bool prepareStores() {
+    const std::optional<std::string> news = prepareKeptStore(settingsKind, defaultSettings);
+    if (news && !news->empty()) report("%s", news->c_str());
+    if (!news) report("no usable settings store: %m");
+    if (!news) return false;
+    if (prepareFreshStore(statusKind, statusAtStart().c_str())) return true;
+    report("no usable status store: %m");
+    return false;
+}
+
+int storedTelnetPort(int fallback) {
+    int port = fallback;
+    user_config_query_int(R"({"network":{"telnet":{"telnetPort":0}}})", &port);
+    return port;
+}
+
+void storeTelnetPort(int port) {
+    if (port == storedTelnetPort(0)) return;
+    const std::string document = R"({"network":{"telnet":{"telnetPort":)" + std::to_string(port) + "}}}";
+    if (user_config_update(document.c_str()) != 0) report("the telnet port cannot be stored");
+}
+
+LogKeeper::LogKeeper(EventLoop& loop) : timer_(loop, [this] { keep(); }) { timer_.start(logKeepingTime); }
+
+void LogKeeper::keep() {
+    settingsStore().checkpoint();
+    statusStore().checkpoint();
+    timer_.start(logKeepingTime);
+}
+
+}  // namespace host

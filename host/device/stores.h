@@ -1,0 +1,29 @@
+/// What the device does with its stores itself: their start, the telnet port in them, the care for their log.
+#pragma once
+
+#include "host/loop/event_loop.h"
+
+namespace host {
+
+/// Makes the settings store ready and the status store new, before any other process uses them. False with the reason
+/// reported.
+bool prepareStores();
+
+/// The stored telnet port; `fallback` where none is stored.
+int storedTelnetPort(int fallback);
+
+/// Stores the port, if it is another one than the stored.
+void storeTelnetPort(int port);
+
+/// Keeps the settings' write-ahead log small while the device runs.
+class LogKeeper {
+  public:
+    explicit LogKeeper(EventLoop& loop);
+
+  private:
+    void keep();
+
+    Timer timer_;
+};
+
+}  // namespace host

@@ -1,0 +1,243 @@
+"""The launcher with a console that does what the tests ask of it."""
+
+import os
+import re
+import resource
+import signal
+import socket
+import struct
+import subprocess
+import tempfile
+import time
+import unittest
+
+from programs import IAC, OFFERS, Client, children_of, descriptors_of, wait_until
+
+NAMES = ["*cmdd", "*cmdd9000port", "*cmdd9001port", "*cmdd9002port"]
+DONE = b"!done\n"
+
+
+class Launcher:
+    """A running launcher on a device root of its own; no bus."""
+
+    def __init__(self, *arguments, preexec=None):
+        self.root = tempfile.TemporaryDirectory()
+        os.makedirs(self.root.name + "/usr/bin")
+        os.makedirs(self.root.name + "/sbin")
+        for name in NAMES:
+            os.symlink(os.environ["TEST_CONSOLE"], f"{self.root.name}/usr/bin/{name}")
+        for name in ("reboot", "killall"):
+            os.symlink("/bin/true", f"{self.root.name}/sbin/{name}")
+        ready, told = os.pipe()
+        environment = {"DEVICE_ROOT": self.root.name, "READY_FD": str(told), "SECRET": "of the launcher"}
+        command = [os.environ["LAUNCHER"], "--port", "0", "--ports", "0,0,0", *arguments]
+        self.process = subprocess.Popen(command, env=environment, pass_fds=[told], preexec_fn=preexec)
+        os.close(told)
+        with os.fdopen(ready) as line:
+            self.address, *ports = line.readline().split()
+        self.ports = [int(port) for port in ports]
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self.process.terminate()
+        self.process.wait(10)
+        self.root.cleanup()
+
+    def client(self, index=1, **options):
+        return Client(self.ports[index], **options)
+
+    def sessions(self):
+        return children_of(self.process.pid)
+
+    def wait_for_sessions(self, count):
+        wait_until(lambda: len(self.sessions()) == count, f"{count} sessions")
+
+
+class Input(unittest.TestCase):
+    def test_the_first_bytes_and_what_a_client_sends_at_once(self):
+        with Launcher() as launcher:
+            for index, greeting in enumerate([OFFERS + b">", b">", b">", b">"]):
+                with launcher.client(index) as client:
+                    typed = b"a\r\x00b\r\nc\xff\xff" + IAC + b"\xfa\x27" + b"x" * 20000 + IAC + b"\xf0d"
+                    self.assertEqual(client.ask(typed, b"d"), greeting + b"a\rb\r\ncd")
+
+    def test_the_raw_ports_never_answer_an_option(self):
+        with Launcher() as launcher, launcher.client(2) as client:
+            client.sendall(b"".join(IAC + bytes([verb, option]) for verb in (251, 253) for option in range(255)))
+            self.assertEqual(client.ask(b"z", b"z"), b">z")
+
+    def test_each_byte_in_a_packet_of_its_own(self):
+        with Launcher() as launcher, launcher.client(0) as client:
+            client.read_until(b">")
+            for byte in b"a\xff\xfd\x01b\xff\xfa\x18xy\xff\xf0c":
+                client.sendall(bytes([byte]))
+            self.assertEqual(client.read_until(b"c"), b"abc")
+
+    def test_control_bytes_reach_the_console_as_bytes(self):
+        typed = bytes(byte for byte in range(255) if byte != 0x0D)
+        with Launcher() as launcher, launcher.client() as client:
+            self.assertEqual(client.ask(typed, typed[-1:]), b">" + typed)
+
+
+class Surroundings(unittest.TestCase):
+    def ask(self, client, line):
+        client.read_until(b">")
+        return client.ask(b"!" + line + b"\r", DONE)[len(line) + 2 : -len(DONE)].decode()
+
+    def test_the_name_tells_the_port(self):
+        with Launcher() as launcher:
+            for index, name in enumerate(NAMES):
+                with launcher.client(index) as client:
+                    self.assertEqual(self.ask(client, b"name"), "/usr/bin/" + name)
+
+    def test_the_environment_is_built_from_nothing(self):
+        with Launcher() as launcher, launcher.client(0) as client:
+            client.sendall(IAC + b"\xfb\x27" + IAC + b"\xfa\x27\x00\x00LD_PRELOAD\x01/tmp/x.so" + IAC + b"\xf0")
+            root = launcher.root.name
+            self.assertEqual(
+                dict(line.split("=", 1) for line in self.ask(client, b"environment").splitlines()[0:]),
+                {
+                    "PATH": root + "/sbin",
+                    "DEVICE_ROOT": root,
+                    "TELNET_CLIENT_IP": "127.0.0.1",
+                    "MALLOC_ARENA_MAX": "1",
+                },
+            )
+
+    def test_the_console_gets_its_terminal_and_nothing_else(self):
+        with Launcher() as launcher, launcher.client() as first, launcher.client() as client:
+            first.read_until(b">")
+            self.assertEqual(self.ask(client, b"descriptors"), "0 1 2 ")
+            client.sendall(b"!folder\r")
+            self.assertIn(os.path.realpath(launcher.root.name).encode(), client.read_until(DONE))
+
+    def test_a_root_without_the_stand_ins_is_refused(self):
+        with tempfile.TemporaryDirectory() as root:
+            for environment in ({"DEVICE_ROOT": root}, {}):
+                refused = subprocess.run(
+                    [os.environ["LAUNCHER"], "--port", "0", "--ports", "0,0,0"],
+                    env=environment, cwd=root, stderr=subprocess.PIPE, text=True, timeout=20, check=False,
+                )  # fmt: skip
+                self.assertEqual(refused.returncode, 1)
+                self.assertIn("not a complete device root", refused.stderr)
+
+
+class Endings(unittest.TestCase):
+    def test_a_console_that_ends_delivers_its_last_output(self):
+        with Launcher() as launcher, launcher.client() as client:
+            client.sendall(b"!last words\rand input that nobody reads" * 10)
+            self.assertTrue(client.read_all().endswith(b"wend"))
+            launcher.wait_for_sessions(0)
+
+    def test_a_peer_that_ends_its_input_gets_its_answers(self):
+        with Launcher() as launcher, launcher.client() as client:
+            client.sendall(b"!name\r" * 50)
+            client.shutdown(socket.SHUT_WR)
+            self.assertEqual(client.read_all().count(DONE), 50)
+            launcher.wait_for_sessions(0)
+
+    def test_a_stubborn_console_is_killed(self):
+        for end in (socket.socket.close, lambda client: client.shutdown(socket.SHUT_WR)):
+            with Launcher() as launcher, launcher.client() as client:
+                client.ask(b"!stubborn\r", DONE)
+                end(client)
+                launcher.wait_for_sessions(0)
+
+    def test_a_reset_connection_ends_the_session(self):
+        with Launcher() as launcher, launcher.client() as client:
+            client.ask(b"!deaf\r", b"\r")
+            client.sendall(b"x" * 50_000)
+            client.setsockopt(socket.SOL_SOCKET, socket.SO_LINGER, struct.pack("ii", 1, 0))
+            client.close()
+            launcher.wait_for_sessions(0)
+
+    def test_many_sessions_leave_nothing_behind(self):
+        with Launcher() as launcher:
+            counts = set()
+            for _ in range(5):
+                clients = [launcher.client(index % 4) for index in range(40)]
+                for client in clients:
+                    client.ask(b"!name\r", DONE)
+                    client.close()
+                launcher.wait_for_sessions(0)
+                counts.add(descriptors_of(launcher.process.pid))
+            self.assertEqual(len(counts), 1, counts)
+
+    def test_the_end_of_the_launcher_is_the_end_of_its_sessions(self):
+        for number in (signal.SIGTERM, signal.SIGINT, signal.SIGKILL):
+            with Launcher() as launcher, launcher.client() as client, launcher.client() as stubborn:
+                stubborn.ask(b"!stubborn\r" if number != signal.SIGKILL else b"!name\r", DONE)
+                pids = [int(re.search(rb"(\d+)!done", c.ask(b"!pid\r", DONE))[1]) for c in (client, stubborn)]
+                launcher.process.send_signal(number)
+                launcher.process.wait(10)
+                wait_until(lambda: not any(os.path.exists(f"/proc/{pid}") for pid in pids), "the end of the consoles")
+
+
+class Limits(unittest.TestCase):
+    def test_refused_peers_get_one_line(self):
+        with Launcher("--max-sessions", "3", "--max-per-address", "2") as launcher:
+            with launcher.client() as first, launcher.client() as second:
+                first.read_until(b">"), second.read_until(b">")
+                for _ in range(100):
+                    with launcher.client() as refused:
+                        refused.sendall(b"Status\r")
+                        self.assertEqual(refused.read_all(), b"Too many sessions from your address.\r\n")
+                with launcher.client(source="127.0.0.2") as third, launcher.client(source="127.0.0.3") as refused:
+                    third.read_until(b">")
+                    self.assertEqual(refused.read_all(), b"Too many sessions.\r\n")
+                self.assertEqual(first.ask(b"x", b"x"), b"x")
+            launcher.wait_for_sessions(0)
+            with launcher.client() as again:
+                again.read_until(b">")
+
+    def test_peers_are_refused_when_descriptors_run_out(self):
+        def few():
+            resource.setrlimit(resource.RLIMIT_NOFILE, (30, 30))
+
+        with Launcher(preexec=few) as launcher:
+            clients = [launcher.client() for _ in range(40)]
+            started = time.monotonic()
+            answers = [client.recv(1) for client in clients]
+            self.assertLess(time.monotonic() - started, 5)
+            self.assertGreaterEqual(answers.count(b">"), 5)
+            self.assertGreaterEqual(answers.count(b"T") + answers.count(b"N"), 20)
+            self.assertEqual(clients[0].ask(b"x", b"x"), b"x")
+            for client in clients:
+                client.close()
+            launcher.wait_for_sessions(0)
+            with launcher.client() as again:
+                again.read_until(b">")
+
+    def test_a_peer_that_does_not_read_is_dropped_and_delays_nobody(self):
+        with Launcher("--peer-patience", "1") as launcher, launcher.client() as reader:
+            reader.read_until(b">")
+            with launcher.client() as silent:
+                silent.sendall(b"!flood\r")
+                launcher.wait_for_sessions(2)
+                while len(launcher.sessions()) == 2:
+                    asked = time.monotonic()
+                    reader.ask(b"!name\r", DONE)
+                    self.assertLess(time.monotonic() - asked, 1)
+            self.assertEqual(reader.ask(b"x", b"x"), b"x")
+
+    def test_a_slow_reader_loses_nothing(self):
+        with Launcher("--peer-patience", "1") as launcher, launcher.client() as client:
+            client.sendall(b"!flood\r")
+            got = client.read_until(b"x")
+            while not got.endswith(DONE):
+                got += client.recv(10_000)
+            self.assertEqual(got.count(b"x"), 4_000_000)
+
+    def test_input_for_a_console_that_does_not_read_is_bounded(self):
+        with Launcher() as launcher, launcher.client() as client:
+            client.ask(b"!deaf\r", b"\r")
+            client.settimeout(0.3)
+            with self.assertRaises(TimeoutError):
+                for _ in range(1000):
+                    client.sendall(b"x" * 65536)
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)

@@ -1,0 +1,68 @@
+"""What the tests of the real programs share: waiting with a deadline, clients, and a look into /proc."""
+
+import os
+import socket
+import time
+
+DEADLINE = 20.0
+IAC = b"\xff"
+OFFERS = IAC + b"\xfb\x01" + IAC + b"\xfb\x03"
+
+
+def wait_until(condition, what, deadline=DEADLINE):
+    """The first true result of `condition`."""
+    end = time.monotonic() + deadline
+    while time.monotonic() < end:
+        result = condition()
+        if result:
+            return result
+        time.sleep(0.01)
+    raise AssertionError(f"not within {deadline} s: {what}")
+
+
+class Client(socket.socket):
+    """A connection to a port of the device."""
+
+    def __init__(self, port, address="127.0.0.1", source=None):
+        super().__init__(socket.AF_INET, socket.SOCK_STREAM)
+        self.settimeout(DEADLINE)
+        if source:
+            self.bind((source, 0))
+        self.connect((address, port))
+
+    def read_until(self, end):
+        """Everything up to and with `end`."""
+        got = b""
+        while not got.endswith(end):
+            byte = self.recv(1)
+            assert byte, f"closed after {got!r}, waiting for {end!r}"
+            got += byte
+        return got
+
+    def read_all(self):
+        """Everything until the other side closes."""
+        got = b""
+        while piece := self.recv(65536):
+            got += piece
+        return got
+
+    def ask(self, text, end):
+        self.sendall(text)
+        return self.read_until(end)
+
+
+def children_of(pid):
+    """The processes, zombies included, whose parent is `pid`."""
+    return [int(name) for name in os.listdir("/proc") if name.isdigit() and parent_of(name) == pid]
+
+
+def parent_of(pid):
+    try:
+        with open(f"/proc/{pid}/stat", encoding="ascii", errors="replace") as stat:
+            return int(stat.read().rpartition(")")[2].split()[1])
+    except OSError:
+        return None
+
+
+def descriptors_of(pid):
+    return len(os.listdir(f"/proc/{pid}/fd"))

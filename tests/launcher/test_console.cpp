@@ -1,0 +1,66 @@
+/// Stands in for the console in the launcher's tests. It greets with '>', sends back every byte as it got it, and a
+/// line that begins with '!' makes it do what a test needs a console to do.
+#include <cstdlib>
+#include <string>
+
+#include <csignal>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace {
+
+void print(const std::string& text) {
+    std::size_t sent = 0;
+    while (sent < text.size()) {
+        const ssize_t count = write(STDOUT_FILENO, text.data() + sent, text.size() - sent);
+        if (count < 0) std::exit(1);
+        sent += static_cast<std::size_t>(count);
+    }
+}
+
+void printEnvironment() {
+    for (char** variable = environ; *variable != nullptr; ++variable) print(std::string(*variable) + "\n");
+}
+
+void printDescriptors() {
+    for (int fd = 0; fd < 1024; ++fd)
+        if (fcntl(fd, F_GETFD) >= 0) print(std::to_string(fd) + " ");
+}
+
+void ignoreEnding() {
+    std::signal(SIGHUP, SIG_IGN);
+    std::signal(SIGTERM, SIG_IGN);
+}
+
+void stopReading() {
+    while (true) pause();
+}
+
+void obey(const std::string& line, const char* programName) {
+    if (line == "!name") print(programName);
+    if (line == "!environment") printEnvironment();
+    if (line == "!descriptors") printDescriptors();
+    if (line == "!pid") print(std::to_string(getpid()));
+    if (line == "!folder") print(get_current_dir_name());
+    if (line == "!flood") print(std::string(4'000'000, 'x'));
+    if (line == "!last words") print(std::string(30'000, 'w') + "end"), std::exit(0);
+    if (line == "!stubborn") ignoreEnding();
+    if (line == "!deaf") stopReading();
+    print("!done\n");
+}
+
+}  // namespace
+
+int main(int, char** argv) {
+    print(">");
+    std::string line;
+    for (char byte; read(STDIN_FILENO, &byte, 1) == 1;) {
+        print({byte});
+        if (byte != '\r') {
+            line += byte;
+            continue;
+        }
+        if (line.starts_with('!')) obey(line, argv[0]);
+        line.clear();
+    }
+}
