@@ -1,9 +1,9 @@
 #include "fuzz/device.h"
 
+#include "host/base/json.h"
 #include "host/store/defaults.h"
 
 #include <json-c/json.h>
-#include <memory>
 
 namespace fuzz {
 namespace {
@@ -20,7 +20,7 @@ constexpr char furtherSettings[] = R"({
 
 void addLeaves(json_object* value, const std::string& path, Leaves& leaves) {
     if (!json_object_is_type(value, json_type_object)) {
-        leaves[path] = json_object_to_json_string_ext(value, JSON_C_TO_STRING_PLAIN);
+        leaves[path] = host::compactText(value);
         return;
     }
     json_object_object_foreach(value, key, member) addLeaves(member, path + "/" + key, leaves);
@@ -28,8 +28,7 @@ void addLeaves(json_object* value, const std::string& path, Leaves& leaves) {
 
 }  // namespace
 
-void resetDevice() {
-    platform_double::reset();
+Device::Device() {
     platform_double::setConfig(host::defaultSettings);
     platform_double::setConfig(furtherSettings);
     platform_double::setStatus(host::defaultStatus);
@@ -40,8 +39,7 @@ void resetDevice() {
 }
 
 Leaves leavesOf(const std::string& document) {
-    const std::unique_ptr<json_object, decltype(&json_object_put)> root(json_tokener_parse(document.c_str()),
-                                                                        json_object_put);
+    const host::Json root = host::parseExactJson(document.c_str());
     Leaves leaves;
     addLeaves(root.get(), "", leaves);
     return leaves;

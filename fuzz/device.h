@@ -7,10 +7,17 @@
 
 namespace fuzz {
 
-/// Every leaf that a command reads or writes has a value, broadcast is off, nothing fails.
-void resetDevice();
+/// While there is one, every leaf that a command reads or writes has a value, broadcast is off and nothing fails.
+/// Afterwards nothing is left, so that a leak of the program's stands out.
+class Device {
+  public:
+    Device();
+    ~Device() { platform_double::reset(); }
+    Device(const Device&) = delete;
+    Device& operator=(const Device&) = delete;
+};
 
-/// Path and value, as JSON text, of each leaf. An array is a leaf.
+/// Path and value, as JSON text, of each leaf. An array is a leaf, and a text that is no JSON has one without a path.
 using Leaves = std::map<std::string, std::string>;
 
 Leaves leavesOf(const std::string& document);

@@ -65,7 +65,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static fuzz::ConsoleOutputs console;
     static SessionContext& session = startListener();
     if (size == 0) return 0;
-    fuzz::resetDevice();
+    const fuzz::Device device;
     session.kind = (data[0] & ordinaryConsole) != 0 ? 4 : 1;
     if ((data[0] & broadcastOff) == 0) platform_double::setConfig(R"({"system":{"broadcast":true}})");
     const std::string event = events[(data[0] & 0x0F) % std::size(events)];

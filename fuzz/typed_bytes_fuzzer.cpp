@@ -81,7 +81,7 @@ extern "C" int __wrap_usleep(useconds_t /*microseconds*/) { return 0; }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static fuzz::ConsoleOutputs console;
-    fuzz::resetDevice();
+    const fuzz::Device device;
     static const fuzz::Leaves stored = fuzz::storedLeaves();
     type(data, size);
     console.replies.take();

@@ -8,12 +8,11 @@
 #include "fuzz/device.h"
 #include "fuzz/require.h"
 #include "fuzz/shell_words.h"
+#include "host/base/json.h"
 #include "settings/leaf.h"
 
 #include <algorithm>
 #include <cstdint>
-#include <json-c/json.h>
-#include <memory>
 #include <optional>
 
 namespace {
@@ -58,9 +57,7 @@ std::optional<std::string> expectedValue(const TextCommand& command, const std::
 }
 
 std::string asJson(const std::string& text) {
-    const std::unique_ptr<json_object, decltype(&json_object_put)> value(json_object_new_string(text.c_str()),
-                                                                         json_object_put);
-    return json_object_to_json_string_ext(value.get(), JSON_C_TO_STRING_PLAIN);
+    return host::compactText(host::Json(json_object_new_string(text.c_str())).get());
 }
 
 /// The one update that keeps the text.
@@ -72,7 +69,6 @@ fuzz::Leaves expectedUpdate(const std::string& line, const std::string& text) {
 
 void checkSetting(const TextCommand& command, const std::string& text, fuzz::ConsoleOutput& replies) {
     const std::string line = command.opening + text + command.ending;
-    fuzz::resetDevice();
     dispatchCommand(line.c_str());
     const std::string reply = replies.take();
     const platform_double::Lines updates = platform_double::updates();
@@ -84,7 +80,6 @@ void checkSetting(const TextCommand& command, const std::string& text, fuzz::Con
 
 /// The factory tool gets the text as one argument, or is not run.
 void checkFactoryText(const std::string& text, fuzz::ConsoleOutput& replies) {
-    fuzz::resetDevice();
     dispatchCommand((factoryOpening + text).c_str());
     const std::string value = asArgument(text);
     fuzz::require(isRefused(replies.take()) == value.empty(), "only an empty number is refused", text);
@@ -99,6 +94,7 @@ void checkFactoryText(const std::string& text, fuzz::ConsoleOutput& replies) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static fuzz::ConsoleOutputs console;
     if (size == 0) return 0;
+    const fuzz::Device device;
     const std::string text = typable(data + 1, size - 1);
     const std::size_t choice = data[0] % (std::size(textCommands) + 1);
     if (choice < std::size(textCommands)) {
