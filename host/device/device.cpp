@@ -44,8 +44,8 @@ UniqueFd openBusOutput() {
 }
 
 std::string describeEnd(int status) {
-    return WIFSIGNALED(status) ? "signal " + std::to_string(WTERMSIG(status))
-                               : "status " + std::to_string(WEXITSTATUS(status));
+    if (WIFSIGNALED(status)) return std::string("signal ").append(std::to_string(WTERMSIG(status)));
+    return std::string("status ").append(std::to_string(WEXITSTATUS(status)));
 }
 
 }  // namespace

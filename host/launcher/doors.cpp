@@ -34,7 +34,7 @@ void Doors::close() {
 
 std::string Doors::description() const {
     std::string text = options_.listen;
-    for (const auto& listener : listeners_) text += " " + std::to_string(listener->port());
+    for (const auto& listener : listeners_) text.append(" ").append(std::to_string(listener->port()));
     return text;
 }
 
