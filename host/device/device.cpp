@@ -149,9 +149,10 @@ void Device::onEnded(Child& child, int status) {
 }
 
 void Device::stop(Outcome outcome) {
-    if (outcome_) return;
-    outcome_ = outcome;
-    proceedStopping();
+    const bool isStopping = outcome_.has_value();
+    // Whoever wants the end gets it, though a restart has begun.
+    if (!isStopping || outcome_ == Outcome::restartWanted) outcome_ = outcome;
+    if (!isStopping) proceedStopping();
 }
 
 /// Sessions end while the daemons that they use are still there, and these while the bus is.
