@@ -1,9 +1,11 @@
 /// Runs a whole device in the foreground.
 #include "host/base/device_root.h"
+#include "host/base/factory_store.h"
 #include "host/device/device.h"
 #include "host/device/options.h"
 #include "host/device/orphans.h"
 #include "host/device/programs.h"
+#include "host/device/report.h"
 #include "host/device/root_layout.h"
 #include "host/device/root_lock.h"
 #include "host/device/stores.h"
@@ -71,11 +73,17 @@ void startAnew(const DeviceOptions& options) {
     std::perror("device: restart");
 }
 
+bool prepareFactory() {
+    if (prepareFactoryData()) return true;
+    report("no factory data: %m");
+    return false;
+}
+
 int runDevice(DeviceOptions& options) {
     const Programs programs = Programs::find();
     if (!makeRoot()) return 1;
     const std::optional<RootLock> lock = RootLock::take();
-    if (!lock || !layOutRoot(programs) || !prepareStores()) return 1;
+    if (!lock || !layOutRoot(programs) || !prepareStores() || !prepareFactory()) return 1;
     const Device::Outcome outcome = run(options, programs);
     if (outcome == Device::Outcome::restartWanted) startAnew(options);
     return outcome == Device::Outcome::stopped ? 0 : 1;
