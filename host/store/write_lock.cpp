@@ -3,6 +3,10 @@
 #include <cerrno>
 #include <ctime>
 
+#if defined(__SANITIZE_THREAD__)
+#include <sanitizer/tsan_interface.h>
+#endif
+
 namespace host {
 namespace {
 
@@ -13,6 +17,14 @@ timespec momentIn(std::chrono::milliseconds span) {
     moment.tv_sec += std::chrono::duration_cast<std::chrono::seconds>(end).count();
     moment.tv_nsec = (end % std::chrono::seconds(1)).count();
     return moment;
+}
+
+/// The thread sanitizer follows a mutex to its heir only where no time limit is given.
+void tellSanitizer([[maybe_unused]] pthread_mutex_t* inherited) {
+#if defined(__SANITIZE_THREAD__)
+    __tsan_mutex_pre_lock(inherited, 0);
+    __tsan_mutex_post_lock(inherited, 0, 0);
+#endif
 }
 
 }  // namespace
@@ -35,6 +47,7 @@ WriteLock::Outcome WriteLock::acquire(std::chrono::milliseconds limit) {
     if (result == 0) return Outcome::acquired;
     if (result == EOWNERDEAD) {
         pthread_mutex_consistent(&mutex_);
+        tellSanitizer(&mutex_);
         return Outcome::inherited;
     }
     errno = result;

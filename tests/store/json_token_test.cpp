@@ -1,0 +1,83 @@
+#include "platform/json_token.h"
+
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+
+namespace {
+
+using Token = std::unique_ptr<json_token, decltype(&json_token_ref_put)>;
+
+Token parse(const std::string& text) { return {json_token_parse(text.c_str()), json_token_ref_put}; }
+
+std::string textOf(const Token& token) { return json_token_to_string(token.get()); }
+
+TEST(JsonToken, FindsValuesByPathAndType) {
+    const Token root = parse(R"({"a":{"b":[{"c":"text"},7,true,null,{"":1}],"n":-3}})");
+    EXPECT_STREQ("text", json_token_object_walk_get_string(root.get(), "a.b[0].c", "none"));
+    EXPECT_EQ(7, json_token_object_walk_get_int(root.get(), "a.b[1]", -1));
+    EXPECT_EQ(1, json_token_object_walk_get_boolean(root.get(), "a.b[2]", -1));
+    EXPECT_EQ(-3, json_token_object_walk_get_int(root.get(), "a.n", -1));
+    EXPECT_EQ(5, json_token_array_length(json_token_object_walk_get_array(root.get(), "a.b")));
+    EXPECT_NE(nullptr, json_token_object_walk_get_object(root.get(), "a.b[0]"));
+    // Another type is as good as missing.
+    EXPECT_STREQ("none", json_token_object_walk_get_string(root.get(), "a.b[1]", "none"));
+    EXPECT_EQ(-1, json_token_object_walk_get_int(root.get(), "a.b[2]", -1));
+    EXPECT_EQ(-1, json_token_object_walk_get_boolean(root.get(), "a.b[1]", -1));
+    EXPECT_EQ(nullptr, json_token_object_walk_get_array(root.get(), "a"));
+    EXPECT_EQ(nullptr, json_token_object_walk_get_object(root.get(), "a.b[3]"));
+}
+
+TEST(JsonToken, HostilePathsFindAndMakeNothing) {
+    const Token root = parse(R"({"a":[1,{"b":2}],"":{"x":1}})");
+    const std::string before = textOf(root);
+    for (const char* path : {"", ".", "a.", ".a", "a[", "a[]", "a[x]", "a[-1]", "a[1", "a[1]b", "a..b", "a[1].",
+                             "a[ 1]", "a[4096]", "a[99999999999999999999]", "a.b", "a[1][0]", "[0]", "a[0].b"}) {
+        EXPECT_EQ(-1, json_token_object_walk_get_int(root.get(), path, -1)) << path;
+        EXPECT_NE(0, json_token_object_walk_set_string(root.get(), path, "x")) << path;
+        EXPECT_NE(0, json_token_object_walk_set_object(root.get(), path, json_token_new_object())) << path;
+        EXPECT_EQ(before, textOf(root)) << path;
+    }
+}
+
+TEST(JsonToken, SettingMakesWhatIsMissingOnTheWay) {
+    const Token root(json_token_new_object(), json_token_ref_put);
+    EXPECT_EQ(0, json_token_object_walk_set_string(root.get(), "account.users[1].username", "bob"));
+    EXPECT_EQ(0, json_token_object_walk_set_string(root.get(), "account.users[0].username", "root"));
+    EXPECT_EQ(0, json_token_object_walk_set_object(root.get(), "account.users[0].more", json_token_new_object()));
+    EXPECT_EQ(0, json_token_object_walk_set_string(root.get(), "account.users[0].username", "admin/1"));
+    EXPECT_EQ(R"({"account":{"users":[{"username":"admin/1","more":{}},{"username":"bob"}]}})", textOf(root));
+}
+
+TEST(JsonToken, ArraysGrowWithinBounds) {
+    const Token array = parse("[0]");
+    EXPECT_EQ(0, json_token_array_put(array.get(), 2, json_token_parse("2")));
+    EXPECT_EQ("[0,null,2]", textOf(array));
+    for (const int index : {-1, 4096, 2147483647}) {
+        EXPECT_NE(0, json_token_array_put(array.get(), index, json_token_new_object()));
+    }
+    const Token object = parse("{}");
+    EXPECT_NE(0, json_token_array_put(object.get(), 0, json_token_new_object()));
+    EXPECT_NE(0, json_token_array_put(nullptr, 0, json_token_new_object()));
+    EXPECT_EQ(3, json_token_array_length(array.get()));
+    EXPECT_EQ(0, json_token_array_length(object.get()));
+    EXPECT_EQ(0, json_token_array_length(nullptr));
+}
+
+TEST(JsonToken, ParsesTheFirstValueAndNothingBottomless) {
+    EXPECT_EQ(R"({"a":1})", textOf(parse(R"( {"a":1}} rest)")));
+    EXPECT_EQ(R"("a/b")", textOf(parse(R"("a/b")")));
+    for (const std::string& text : {std::string(), std::string("{"), std::string("{\"a\":"), std::string("x"),
+                                    std::string(10000, '['), std::string(10000, '{')}) {
+        EXPECT_EQ(nullptr, parse(text)) << text.substr(0, 10);
+    }
+    // A number that an int cannot hold is none.
+    const Token numbers =
+        parse(R"({"big":2147483648,"small":-2147483649,"huge":99999999999999999999,"most":2147483647})");
+    for (const char* name : {"big", "small", "huge"}) {
+        EXPECT_EQ(-1, json_token_object_walk_get_int(numbers.get(), name, -1)) << name;
+    }
+    EXPECT_EQ(2147483647, json_token_object_walk_get_int(numbers.get(), "most", -1));
+}
+
+}  // namespace

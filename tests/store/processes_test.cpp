@@ -1,0 +1,240 @@
+#include "host/base/device_root.h"
+#include "host/store/defaults.h"
+#include "host/store/preparation.h"
+#include "platform/user_config.h"
+#include "tests/store/children.h"
+#include "tests/store/published_events.h"
+#include "tests/store/test_root.h"
+
+#include <array>
+#include <atomic>
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <cstdlib>
+#include <random>
+#include <sys/syscall.h>
+#include <thread>
+
+namespace {
+
+using host::Durability;
+using host::Store;
+using host::StoreKind;
+using namespace std::chrono_literals;
+
+std::atomic<int> syncs = 0;
+
+int readInt(Store& store, const char* query) {
+    int value = -1;
+    store.readLeaf(query, [&value](json_object* leaf) {
+        value = json_object_get_int(leaf);
+        return true;
+    });
+    return value;
+}
+
+bool isSound(const StoreKind& kind) {
+    host::Database database(kind.databasePath(), kind.durability);
+    return database.open() && database.isSound();
+}
+
+}  // namespace
+
+/// The store's own syncs pass through here.
+extern "C" int fdatasync(int fd) {
+    ++syncs;
+    return static_cast<int>(syscall(SYS_fdatasync, fd));
+}
+
+namespace {
+
+TEST(Durability, CostsOneSyncASet) {
+    Store store(newStore(R"({"a":0})", Durability::powerCut));
+    // The log has its room and the checkpoint is over: from here on it is the same for every set.
+    for (const char* document : {R"({"a":1})", R"({"a":2})"}) ASSERT_TRUE(store.update(document));
+    ASSERT_TRUE(store.checkpoint());
+    ASSERT_TRUE(store.update(R"({"a":3})"));
+    syncs = 0;
+    for (int i = 10; i < 20; ++i) ASSERT_TRUE(store.update((R"({"a":)" + std::to_string(i) + "}").c_str()));
+    EXPECT_EQ(10, syncs);
+    ASSERT_TRUE(store.update(R"({"a":19})"));
+    EXPECT_EQ(10, syncs) << "an unchanged value";
+
+    Store status(newStore(R"({"a":0})", Durability::process));
+    syncs = 0;
+    ASSERT_TRUE(status.update(R"({"a":1})"));
+    EXPECT_EQ(0, syncs);
+}
+
+TEST(Durability, CheckpointsKeepTheLogSmall) {
+    const StoreKind kind = newStore(R"({"a":""})");
+    Store store(kind);
+    const host::Database log(kind.databasePath(), kind.durability);
+    for (int i = 0; i < 40; ++i) {
+        const std::string big(200'000, static_cast<char>('a' + i % 26));
+        ASSERT_TRUE(store.update((R"({"a":")" + big + R"("})").c_str()));
+        ASSERT_TRUE(store.checkpoint());
+        ASSERT_LT(log.logSize(), 1 << 20);
+    }
+}
+
+TEST(Writers, LoseNoUpdateOfEachOther) {
+    constexpr int writers = 8, rounds = 40;
+    const StoreKind kind = newStore(R"({"common":-1})", Durability::powerCut);
+    std::array<pid_t, writers> children;
+    for (int i = 0; i < writers; ++i) {
+        children[static_cast<std::size_t>(i)] = startChild([&kind, i] {
+            Store store(kind);
+            for (int round = 0; round < rounds; ++round) {
+                const std::string number = std::to_string(round);
+                const std::string own =
+                    R"({"own":{"w)" + std::to_string(i) + R"(":)" + number + R"(},"common":)" + number + "}";
+                EXPECT_TRUE(store.update(own.c_str()));
+            }
+        });
+    }
+    for (const pid_t child : children) EXPECT_EQ(0, statusOf(child));
+    Store store(kind);
+    for (int i = 0; i < writers; ++i) {
+        EXPECT_EQ(rounds - 1, readInt(store, (R"({"own":{"w)" + std::to_string(i) + R"(":0}})").c_str()));
+    }
+    EXPECT_EQ(rounds - 1, readInt(store, R"({"common":0})"));
+}
+
+/// Several leaves that all carry the same number.
+std::string treeOf(std::size_t writer, int number) {
+    std::string leaves;
+    for (int i = 0; i < 10; ++i)
+        leaves += (i == 0 ? "\"l" : ",\"l") + std::to_string(i) + "\":" + std::to_string(number);
+    return R"({"w)" + std::to_string(writer) + R"(":{)" + leaves + "}}";
+}
+
+using Confirmed = std::array<std::atomic<int>, 3>;
+
+/// Never ends by itself unless a write fails.
+void writeOn(const StoreKind& kind, std::size_t writer, std::atomic<int>& confirmed) {
+    Store store(kind);
+    for (int number = confirmed + 1; store.update(treeOf(writer, number).c_str()); ++number) confirmed = number;
+}
+
+/// What is stored of a writer is one whole document, and none older than the last one confirmed.
+void expectWhatWasConfirmed(const StoreKind& kind, std::size_t writer, int confirmed) {
+    Store store(kind);
+    const std::string branch = "{\"w" + std::to_string(writer) + "\":{}}";
+    const int stored = readInt(store, treeOf(writer, 0).c_str());
+    EXPECT_GE(stored, confirmed);
+    EXPECT_STREQ(treeOf(writer, stored).c_str(), host::compactText(store.readTree(branch.c_str()).get()));
+}
+
+TEST(Writers, KilledAtAnyMomentLeaveWholeDocuments) {
+    const char* const wanted = std::getenv("STORE_KILLS");
+    const unsigned kills = wanted != nullptr ? static_cast<unsigned>(std::atoi(wanted)) : 40;
+    const StoreKind kind = newStore("{}", Durability::powerCut);
+    auto& confirmed = sharedWithChildren<Confirmed>();
+    std::array<pid_t, std::tuple_size_v<Confirmed>> writers;
+    const auto start = [&](std::size_t i) { writers[i] = startChild([&, i] { writeOn(kind, i, confirmed[i]); }); };
+    for (std::size_t i = 0; i < writers.size(); ++i) start(i);
+
+    std::mt19937 random(kills);
+    for (unsigned i = 0; i < kills; ++i) {
+        const std::size_t victim = i % writers.size();
+        const int before = confirmed[victim];
+        while (confirmed[victim] == before && isRunning(writers[victim])) std::this_thread::yield();
+        const auto moment = std::chrono::steady_clock::now() + std::chrono::microseconds(random() % 8000);
+        while (std::chrono::steady_clock::now() < moment) std::this_thread::yield();
+        kill(writers[victim], SIGKILL);
+        ASSERT_EQ(SIGKILL, statusOf(writers[victim])) << "a write failed";
+        expectWhatWasConfirmed(kind, victim, confirmed[victim]);
+        start(victim);
+    }
+    for (std::size_t i = 0; i < writers.size(); ++i) {
+        kill(writers[i], SIGKILL);
+        statusOf(writers[i]);
+    }
+    for (std::size_t i = 0; i < writers.size(); ++i) expectWhatWasConfirmed(kind, i, confirmed[i]);
+    EXPECT_TRUE(isSound(kind));
+}
+
+TEST(Writers, InheritTheTurnOfOneThatDied) {
+    const StoreKind kind = newStore(R"({"a":1})");
+    auto& isInTurn = sharedWithChildren<std::atomic<bool>>();
+    host::SharedState& state = *host::mapSharedState(kind.sharedStatePath());
+    const pid_t holder = startChild([&] {
+        state.writeLock.acquire(1s);
+        state.changes.unsettle(host::ChangeCounters::indexesOf({"/a", "/b"}));
+        isInTurn = true;
+        pause();
+    });
+    while (!isInTurn) std::this_thread::yield();
+    EXPECT_EQ(host::WriteLock::Outcome::failed, state.writeLock.acquire(50ms));
+    EXPECT_EQ(ETIMEDOUT, errno);
+    Store store(kind);
+    EXPECT_EQ(1, readInt(store, R"({"a":0})")) << "readers wait for nobody";
+
+    kill(holder, SIGKILL);
+    statusOf(holder);
+    EXPECT_TRUE(store.update(R"({"a":2})"));
+    EXPECT_EQ(2, readInt(store, R"({"a":0})"));
+    for (const char* path : {"/a", "/b"}) {
+        EXPECT_TRUE(host::ChangeCounters::isSettled(state.changes[host::ChangeCounters::indexOf(path)]));
+    }
+}
+
+TEST(Readers, SeeWhatAnotherProcessHasConfirmed) {
+    constexpr int last = 3000;
+    const StoreKind kind = newStore(R"({"a":{"x":0}})");
+    auto& confirmed = sharedWithChildren<std::atomic<int>>();
+    const pid_t writer = startChild([&] {
+        Store store(kind);
+        for (int i = 1; i <= last; ++i) {
+            EXPECT_TRUE(store.update((R"({"a":{"x":)" + std::to_string(i) + "}}").c_str()));
+            confirmed = i;
+        }
+    });
+    Store store(kind);
+    const auto readOn = [&] {
+        for (int before = 0; before < last;) {
+            const int expected = std::max<int>(before, confirmed);
+            before = readInt(store, R"({"a":{"x":0}})");
+            ASSERT_GE(before, expected);
+        }
+    };
+    std::thread other(readOn);
+    readOn();
+    other.join();
+    EXPECT_EQ(0, statusOf(writer));
+}
+
+TEST(Threads, ShareOneStore) {
+    const StoreKind kind = newStore("{}");
+    Store store(kind);
+    const auto work = [&store](int id) {
+        const std::string name = "t" + std::to_string(id);
+        for (int i = 0; i < 200; ++i) {
+            ASSERT_TRUE(store.update(
+                ("{\"" + name + "\":" + std::to_string(i) + ",\"common\":" + std::to_string(i) + "}").c_str()));
+            ASSERT_EQ(i, readInt(store, ("{\"" + name + "\":0}").c_str()));
+            ASSERT_GE(readInt(store, R"({"common":0})"), 0);
+        }
+    };
+    std::array<std::thread, 4> threads;
+    for (std::size_t i = 0; i < threads.size(); ++i) threads[i] = std::thread(work, static_cast<int>(i));
+    for (std::thread& thread : threads) thread.join();
+}
+
+TEST(Fork, CarriesNoConnectionAcross) {
+    ASSERT_TRUE(host::prepareKeptStore(host::settingsKind, host::defaultSettings));
+    ASSERT_EQ(0, user_config_update(R"({"forked":{"parent":1}})"));
+    const pid_t child = startChild([] {
+        int value = 0;
+        EXPECT_NE(0, user_config_query_int(R"({"forked":{"parent":0}})", &value));
+        EXPECT_EQ(0, user_config_update(R"({"forked":{"child":2}})"));
+    });
+    EXPECT_EQ(0, statusOf(child));
+    int value = 0;
+    EXPECT_NE(0, user_config_query_int(R"({"forked":{"child":0}})", &value));
+    EXPECT_EQ(2, value);
+}
+
+}  // namespace

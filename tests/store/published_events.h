@@ -1,0 +1,11 @@
+/// The event bus of these tests: keeps what is published.
+#pragma once
+
+#include <string>
+#include <vector>
+
+/// What was published by this process since the last call, each as "event payload".
+std::vector<std::string> takePublished();
+
+/// Makes the bus refuse from now on, or take again.
+void refusePublishing(bool refuse);

@@ -1,0 +1,248 @@
+#include "host/store/defaults.h"
+#include "host/store/preparation.h"
+#include "platform/user_config.h"
+#include "platform/user_status.h"
+#include "tests/store/published_events.h"
+#include "tests/store/test_root.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <gtest/gtest.h>
+
+namespace {
+
+using host::Store;
+
+using Events = std::vector<std::string>;
+
+constexpr char everything[] = "{}";
+
+std::string contentOf(Store& store) { return store.readText(everything).value_or("none"); }
+
+TEST(Store, MergesADocumentLeafByLeaf) {
+    Store store(newStore(R"({"a":{"x":1,"y":[1,2,3]},"b":{"z":"old"}})"));
+    takePublished();
+    EXPECT_TRUE(store.update(R"({"a":{"y":[4]},"b":{"w":{"v":true},"z":"new"},"c":null})"));
+    EXPECT_EQ(R"({"a":{"x":1,"y":[4]},"b":{"w":{"v":true},"z":"new"},"c":null})", contentOf(store));
+    // A leaf takes the place of an object and the other way round.
+    EXPECT_TRUE(store.update(R"({"b":{"w":5,"z":{"deep":{"er":1}}}})"));
+    EXPECT_EQ(R"({"deep":{"er":1}})", store.readText(R"({"b":{"z":{}}})"));
+    EXPECT_EQ("5", store.readText(R"({"b":{"w":0}})"));
+    EXPECT_EQ(std::nullopt, store.readText(R"({"b":{"w":{"v":false}}})"));
+    // An empty object holds no leaf, so that it says nothing about any.
+    EXPECT_TRUE(store.update(R"({"a":{},"b":{"w":{}}})"));
+    EXPECT_EQ(R"({"a":{"x":1,"y":[4]},"b":{"w":5,"z":{"deep":{"er":1}}},"c":null})", contentOf(store));
+    EXPECT_EQ(4U, takePublished().size());
+}
+
+TEST(Store, AnnouncesEveryBranchThatChangedInItsOwnWords) {
+    Store store(newStore(R"({"audio":{"volume":1},"video":{"src":1},"system":{"name":"a"}})"));
+    takePublished();
+    EXPECT_TRUE(store.update(R"( {"video":{ "src":2, "path":"a/b" },"audio":{"volume":1},"system":{"name":"b"}} )"));
+    EXPECT_EQ((Events{R"(videoChanged {"video":{"src":2,"path":"a/b"}})", R"(systemChanged {"system":{"name":"b"}})"}),
+              takePublished());
+    // All of the branch is told, the members in the order in which they came; nothing of it when no value changed.
+    EXPECT_TRUE(store.update(R"({"video":{"z":1,"src":2,"a":1}})"));
+    EXPECT_TRUE(store.update(R"({"video":{"z":1,"src":2,"a":1}})"));
+    EXPECT_EQ(Events{R"(videoChanged {"video":{"z":1,"src":2,"a":1}})"}, takePublished());
+    // A bus that refuses is the bus's trouble.
+    refusePublishing(true);
+    EXPECT_TRUE(store.update(R"({"video":{"src":3}})"));
+    refusePublishing(false);
+    EXPECT_EQ("3", store.readText(R"({"video":{"src":0}})"));
+    EXPECT_NE(std::string::npos, logText().find("videoChanged: not published"));
+}
+
+TEST(Store, ReplacesEverythingInSilence) {
+    Store store(newStore(R"({"a":{"x":1},"b":2})"));
+    takePublished();
+    EXPECT_EQ("2", store.readText(R"({"b":0})"));
+    int value = 0;
+    const host::LeafReader reader = [&value](json_object* leaf) {
+        value = leaf == nullptr ? -1 : json_object_get_int(leaf);
+        return true;
+    };
+    EXPECT_TRUE(store.readLeaf(R"({"a":{"x":0}})", reader));
+    EXPECT_TRUE(store.replaceAll(R"({"a":{"x":7},"c":3})"));
+    EXPECT_EQ(R"({"a":{"x":7},"c":3})", contentOf(store));
+    EXPECT_TRUE(store.readLeaf(R"({"a":{"x":0}})", reader));
+    EXPECT_EQ(7, value);
+    EXPECT_EQ(Events{}, takePublished());
+}
+
+TEST(Store, RefusesWhatItCouldNotStoreAsItStands) {
+    Store store(newStore(R"({"a":1})"));
+    takePublished();
+    std::string nested = "1";
+    for (int depth = 0; depth < 40; ++depth) nested = R"({"a":)" + nested + "}";
+    for (const std::string& document : {std::string(),
+                                        std::string("1"),
+                                        std::string("[]"),
+                                        std::string("null"),
+                                        std::string("\"a\""),
+                                        std::string(R"({"a":2)"),
+                                        std::string(R"({"a":2} {"a":3})"),
+                                        std::string(R"({"a":2}})"),
+                                        std::string(R"({"a":2,})"),
+                                        std::string(R"({a:2})"),
+                                        std::string(R"({"a":'2'})"),
+                                        std::string(R"({"a":02})"),
+                                        std::string(R"({"a":"x)"),
+                                        std::string(R"({"a":NaN})"),
+                                        std::string(R"({"a":1e999})"),
+                                        std::string(R"({"a":99999999999999999999})"),
+                                        std::string(R"({"a":[-99999999999999999999]})"),
+                                        std::string(R"({"a":"\u0000"})"),
+                                        std::string(R"({"a\u0000b":2})"),
+                                        std::string(R"({"b":2,"a":"\q"})"),
+                                        nested,
+                                        std::string(100000, '['),
+                                        std::string(100000, '{')}) {
+        errno = 0;
+        EXPECT_FALSE(store.update(document.c_str())) << document.substr(0, 40);
+        EXPECT_EQ(EINVAL, errno);
+    }
+    EXPECT_EQ(R"({"a":1})", contentOf(store));
+    EXPECT_EQ(Events{}, takePublished());
+}
+
+TEST(Store, TellsAnyKeysApart) {
+    Store store(newStore("{}"));
+    const char* document =
+        R"({"a":{"b":1},"a.b":2,"a/b":3,"a~1b":4,"a~":{"b":5},"":{"":6,"/":7},"a\"b'":8,"a\u0001":9,"a0":10,"a!":11})";
+    EXPECT_TRUE(store.update(document));
+    for (const auto& [query, value] : {std::pair{R"({"a":{"b":0}})", "1"},
+                                       {R"({"a.b":0})", "2"},
+                                       {R"({"a/b":0})", "3"},
+                                       {R"({"a~1b":0})", "4"},
+                                       {R"({"a~":{"b":0}})", "5"},
+                                       {R"({"":{"":0}})", "6"},
+                                       {R"({"":{"/":0}})", "7"},
+                                       {R"({"a\"b'":0})", "8"},
+                                       {R"({"a\u0001":0})", "9"},
+                                       {R"({"a":{}})", R"({"b":1})"}}) {
+        EXPECT_EQ(value, store.readText(query)) << query;
+    }
+    // Replacing one touches none of its neighbours.
+    EXPECT_TRUE(store.update(R"({"a":0})"));
+    EXPECT_EQ(R"({"":{"":6,"/":7},"a":0,"a\u0001":9,"a!":11,"a\"b'":8,"a.b":2,"a0":10,"a~":{"b":5},"a~1b":4,"a/b":3})",
+              contentOf(store));
+}
+
+/// What the program sees, on the stores of this process.
+class Queries : public testing::Test {
+  protected:
+    static void SetUpTestSuite() {
+        ASSERT_TRUE(host::prepareKeptStore(host::settingsKind, host::defaultSettings));
+        ASSERT_TRUE(host::prepareFreshStore(host::statusKind, host::defaultStatus));
+    }
+
+    static std::string text(const char* query) {
+        char* value = nullptr;
+        if (user_config_query_string(query, &value) == 0) return "(none)";
+        std::string copy = value;
+        std::free(value);
+        return copy;
+    }
+
+    static std::string token(const char* query) {
+        json_token* found = user_config_query_to_json_token(query);
+        if (found == nullptr) return "(none)";
+        std::string copy = json_token_to_string(found);
+        json_token_ref_put(found);
+        return copy;
+    }
+};
+
+TEST_F(Queries, AreReadLeniently) {
+    int value = -5;
+    for (const char* query :
+         {R"({"network":{"telnet":{"telnetPort":0}}}})", R"( {"network":{"telnet":{"telnetPort":0}}} x)",
+          R"({"network":{"telnet":{"telnetPort":false,"more":{}}},"other":1})"}) {
+        EXPECT_NE(0, user_config_query_int(query, &value)) << query;
+        EXPECT_EQ(2323, value);
+    }
+    for (const char* query : {"", "x", "[]", "5", R"({"network":)", R"({"network":{}})", R"({"nowhere":0})", "{}",
+                              R"({"network":{"telnet":{"telnetPort":{"x":0}}}})", R"({"network":{"telnet":[0]}})"}) {
+        value = -5;
+        EXPECT_EQ(0, user_config_query_int(query, &value)) << query;
+        EXPECT_EQ(-5, value);
+    }
+}
+
+/// Which of the typed queries take the leaf.
+std::string kindsThatTake(const std::string& query) {
+    int boolean = 0, number = 0;
+    double real = 0;
+    char* text = nullptr;
+    std::string kinds = user_status_query_boolean(query.c_str(), &boolean) != 0 ? "boolean " : "";
+    if (user_status_query_int(query.c_str(), &number) != 0) kinds += "int ";
+    if (user_status_query_double(query.c_str(), &real) != 0) kinds += "double ";
+    if (user_status_query_string(query.c_str(), &text) != 0) kinds += "string ";
+    std::free(text);
+    return kinds;
+}
+
+TEST_F(Queries, FailOnAnotherType) {
+    ASSERT_EQ(0, user_status_update(R"({"t":{"b":true,"i":-7,"d":2.5,"s":"5","big":2147483648,"n":null,"a":[1]}})"));
+    for (const auto& [name, kinds] : {std::pair{"b", "boolean "},
+                                      {"i", "int double "},
+                                      {"d", "double "},
+                                      {"s", "string "},
+                                      {"big", "double "},
+                                      {"n", ""},
+                                      {"a", ""},
+                                      {"missing", ""}}) {
+        EXPECT_EQ(kinds, kindsThatTake(R"({"t":{")" + std::string(name) + R"(":0}})")) << name;
+    }
+    double bootTime = 0;
+    ASSERT_EQ(0, user_status_update(R"({"time":{"status":{"bootUpTime":1795231879.250000}}})"));
+    EXPECT_NE(0, user_status_query_double(R"({"time":{"status":{"bootUpTime":0.000000}}})", &bootTime));
+    EXPECT_EQ(1795231879.25, bootTime);
+}
+
+TEST_F(Queries, AnswerWithTheTreeBelowItsFullPath) {
+    EXPECT_EQ(R"({"account":{"users":[{"username":"root","password":"root","level":"Administrator"}]}})",
+              token(R"({"account":{}})"));
+    EXPECT_EQ(R"({"system":{"key":{"lock":false}}})", token(R"({"system":{"key":{}}})"));
+    EXPECT_EQ(R"({"system":{"broadcast":true}})", token(R"({"system":{"broadcast":false}})"));
+    EXPECT_EQ("(none)", token(R"({"system":{"nothing":{}}})"));
+    EXPECT_EQ("(none)", token("nonsense"));
+}
+
+TEST_F(Queries, GiveBackAnyText) {
+    std::string everyByte;
+    std::string document = R"({"text":{"any":")";
+    for (int byte = 1; byte < 256; ++byte) {
+        everyByte += static_cast<char>(byte);
+        if (byte < 0x20 || byte == '"' || byte == '\\') {
+            char escape[8];
+            std::snprintf(escape, sizeof escape, "\\u%04x", static_cast<unsigned>(byte));
+            document += escape;
+        } else {
+            document += static_cast<char>(byte);
+        }
+    }
+    ASSERT_EQ(0, user_config_update((document + R"("}})").c_str()));
+    EXPECT_EQ(everyByte, text(R"({"text":{"any":""}})"));
+    ASSERT_EQ(0, user_config_update(R"({"text":{"any":"%n ' OR 1=1; -- \\u0000"}})"));
+    EXPECT_EQ("%n ' OR 1=1; -- \\u0000", text(R"({"text":{"any":""}})"));
+}
+
+TEST_F(Queries, SeeAChangeAtOnceAndNoOther) {
+    // The same query text again and again, so that it is answered from memory where that is right.
+    const char* query = R"({"cache":{"x":0}})";
+    int value = -1;
+    EXPECT_EQ(0, user_config_query_int(query, &value));
+    for (int i = 0; i < 300; ++i) {
+        ASSERT_EQ(0, user_config_update((R"({"cache":{"x":)" + std::to_string(i) + "}}").c_str()));
+        ASSERT_EQ(0, user_config_update((R"({"cache":{"y)" + std::to_string(i) + R"(":0}})").c_str()));
+        ASSERT_NE(0, user_config_query_int(query, &value));
+        ASSERT_EQ(i, value);
+    }
+    ASSERT_EQ(0, user_config_update(R"({"cache":"gone"})"));
+    EXPECT_EQ(0, user_config_query_int(query, &value));
+}
+
+}  // namespace
