@@ -1,0 +1,242 @@
+"""The whole device, from its start to its end."""
+
+import json
+import os
+import re
+import signal
+import socket
+import stat
+import subprocess
+import tempfile
+import unittest
+
+from programs import Client, children_of, wait_until
+
+ANY_PORTS = ["--port", "0", "--ports", "0,0,0"]
+
+
+def processes_of(root):
+    """Every process that was started for the device of that root."""
+    mark = f"DEVICE_ROOT={root}\0".encode()
+    found = []
+    for name in filter(str.isdigit, os.listdir("/proc")):
+        try:
+            with open(f"/proc/{name}/environ", "rb") as environment:
+                if mark in environment.read() + b"\0":
+                    found.append(int(name))
+        except OSError:
+            pass
+    return found
+
+
+class Device:
+    """A running device on a root of its own."""
+
+    def __init__(self, *arguments):
+        self.folder = tempfile.TemporaryDirectory()
+        self.root = self.folder.name + "/root"
+        self.errors = open(self.folder.name + "/errors", "w+", encoding="utf-8")
+        self.start(*arguments)
+
+    def start(self, *arguments):
+        command = [os.environ["DEVICE"], "--root", self.root, *ANY_PORTS, *arguments]
+        self.process = subprocess.Popen(command, stdout=subprocess.PIPE, stderr=self.errors, text=True)
+        self.wait_until_ready()
+
+    def wait_until_ready(self):
+        line = self.process.stdout.readline()
+        ready = re.fullmatch(r"ready: telnet 127\.0\.0\.1 (\d+)\n", line)
+        assert ready, (line, self.said())
+        self.port = int(ready[1])
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self.stop()
+        self.process.stdout.close()
+        self.errors.close()
+        self.folder.cleanup()
+
+    def stop(self, number=signal.SIGTERM):
+        self.process.send_signal(number)
+        return self.process.wait(20)
+
+    def said(self):
+        with open(self.errors.name, encoding="utf-8") as errors:
+            return errors.read()
+
+    def wait_for_news(self, text):
+        wait_until(lambda: text in self.said(), text)
+
+    def console(self, port=None):
+        return Client(port or self.port)
+
+    def ctl(self, *words):
+        command = [os.environ["DEVICECTL"], "--root", self.root, *words]
+        return subprocess.run(command, capture_output=True, text=True, timeout=30, check=False)
+
+    def child(self, name):
+        """The process of a daemon of the device; 0 while there is none."""
+        for pid in children_of(self.process.pid):
+            with open(f"/proc/{pid}/cmdline", encoding="utf-8") as line:
+                if name in line.read():
+                    return pid
+        return 0
+
+    def answers(self):
+        """Whether a new console gets an answer, and a change comes back to it over the bus, once it listens there."""
+        with self.console() as console:
+            console.ask(b"HDMIAUD sta\r", b"HDMIAUD on\r\n")
+            console.settimeout(0.5)
+            return wait_until(lambda: self.hears(console), "a change on the bus")
+
+    def hears(self, console):
+        try:
+            return bool(console.ask(b"HDMIAUD on\r", b"\nHDMIAUD on\r\n"))
+        except TimeoutError:
+            return False
+
+
+class StartAndEnd(unittest.TestCase):
+    def test_what_it_keeps_is_for_its_owner_alone(self):
+        with Device() as device:
+            names = [""] + [name for name in os.listdir(device.root) if not name.startswith(".")]
+            for name in names:
+                mode = os.stat(f"{device.root}/{name}").st_mode
+                self.assertEqual(stat.S_IMODE(mode), 0o700 if stat.S_ISDIR(mode) else 0o600, name)
+            self.assertTrue(any(stat.S_ISSOCK(os.stat(f"{device.root}/{name}").st_mode) for name in names))
+            for pid in processes_of(device.root):
+                with open(f"/proc/{pid}/environ", "rb") as environment:
+                    self.assertIn(f"PATH={device.root}/sbin".encode(), environment.read().split(b"\0"))
+
+    def test_a_second_device_on_the_same_root_says_so(self):
+        with Device() as device:
+            command = [os.environ["DEVICE"], "--root", device.root, *ANY_PORTS]
+            second = subprocess.run(command, capture_output=True, text=True, timeout=20, check=False)
+            self.assertEqual((second.returncode, second.stdout), (1, ""))
+            self.assertRegex(second.stderr, r"^device: .*runs there already\n$")
+            self.assertTrue(device.answers())
+
+    def test_nothing_is_left_however_it_ends(self):
+        for number, status in ((signal.SIGINT, 0), (signal.SIGTERM, 0), (signal.SIGKILL, -9)):
+            with Device() as device, device.console() as first, device.console() as second:
+                first.ask(b"Type\r", b"\r\n"), second.ask(b"Type\r", b"\r\n")
+                self.assertEqual(len(processes_of(device.root)), 12)
+                self.assertEqual(device.stop(number), status)
+                limit = 10 if number == signal.SIGKILL else 0.1
+                wait_until(lambda: not processes_of(device.root), "the end of all its processes", limit)
+
+    def test_settings_outlive_a_run_and_the_port_can_be_found_in_them(self):
+        with Device() as device:
+            with device.console() as console:
+                console.ask(b"HDMIAUD off\r", b"HDMIAUD off\r\n")
+                console.ask(b"IPPort sta\r", f"IPPort {device.port}\r\n".encode())
+            device.stop()
+            device.process.stdout.close()
+            device.start()
+            with device.console() as console:
+                console.ask(b"HDMIAUD sta\r", b"HDMIAUD off\r\n")
+
+    def test_a_damaged_settings_file_is_set_aside(self):
+        with Device() as device:
+            device.stop()
+            device.process.stdout.close()
+            for name in ("settings.db-wal", "settings.db-shm"):
+                if os.path.exists(f"{device.root}/{name}"):
+                    os.remove(f"{device.root}/{name}")
+            with open(device.root + "/settings.db", "r+b") as database:
+                database.write(os.urandom(8192))
+            device.start()
+            self.assertIn("settings.db.corrupt-", device.said())
+            self.assertTrue(device.answers())
+
+    def test_what_cannot_be_started_ends_with_a_reason(self):
+        with socket.create_server(("127.0.0.1", 0)) as taken, tempfile.TemporaryDirectory() as folder:
+            os.mkdir(folder + "/documents")
+            for arguments, reason in (
+                (["--port", str(taken.getsockname()[1]), "--ports", "0,0,0"], "cannot listen on 127.0.0.1"),
+                (["--listen", "192.0.2.1", *ANY_PORTS], "warning: anyone who reaches 192.0.2.1 can operate"),
+                (["--root", folder, *ANY_PORTS], "not empty"),
+                (["--ports", "1,2"], "usage:"),
+            ):
+                command = [os.environ["DEVICE"], "--root", folder + "/root", *arguments]
+                failed = subprocess.run(command, capture_output=True, text=True, timeout=20, check=False)
+                self.assertIn(failed.returncode, (1, 2), arguments)
+                self.assertEqual(failed.stdout, "")
+                self.assertIn(reason, failed.stderr)
+                self.assertEqual(processes_of(folder + "/root"), [])
+            self.assertNotEqual(stat.S_IMODE(os.stat(folder).st_mode) & 0o700, 0)
+
+
+class Restart(unittest.TestCase):
+    def test_a_restart_ends_sessions_and_renews_the_status_alone(self):
+        with Device() as device, device.console() as console:
+            port = device.port
+            console.ask(b"HDMIAUD off\r", b"HDMIAUD off\r\n")
+            device.ctl("status", "set", '{"time":{"status":{"bootUpTime":1.5}}}')
+            boot = lambda: json.loads(device.ctl("status", "get", '{"time":{"status":{"bootUpTime":0}}}').stdout)
+            self.assertEqual(boot(), 1.5)
+            console.sendall(b"Reboot\r")
+            self.assertIn(b"Reboot\r\n", console.read_all())
+            device.wait_until_ready()
+            self.assertEqual(device.port, port)
+            self.assertGreater(boot(), 1.5e9)
+            with device.console() as again:
+                again.ask(b"HDMIAUD sta\r", b"HDMIAUD off\r\n")
+
+    def test_what_dies_is_started_again(self):
+        with Device() as device:
+            for name in ("displayControl", "upgrade", "telnet_launcher", "dbus-daemon"):
+                before = wait_until(lambda: device.child(name), name)
+                os.kill(before, signal.SIGKILL)
+                device.wait_for_news(f"{name} ended (signal 9)")
+                wait_until(lambda: device.child(name) not in (0, before), name)
+                wait_until(lambda: device.child("telnet_launcher"), "the launcher")
+                self.assertTrue(device.answers())
+                call = ("call", "networkd", "TelnetRestart", str(device.port))
+                wait_until(lambda: device.ctl(*call).returncode == 0, "networkd and the launcher")
+
+
+class TelnetPort(unittest.TestCase):
+    def free_port(self):
+        with socket.create_server(("127.0.0.1", 0)) as server:
+            return server.getsockname()[1]
+
+    def test_the_port_moves_and_sessions_stay(self):
+        with Device() as device, device.console() as console:
+            old, new = device.port, self.free_port()
+            console.ask(b"Broadcast off\r", b"Broadcast off\r\n")
+            console.ask(f"IPPort {new}\r".encode(), f"IPPort {new}\r\n".encode())
+            wait_until(lambda: self.accepts(new), "the new port")
+            self.assertFalse(self.accepts(old))
+            console.ask(b"IPPort sta\r", f"IPPort {new}\r\n".encode())
+            with device.console(new) as other:
+                other.ask(b"IPPort sta\r", f"IPPort {new}\r\n".encode())
+
+    def test_a_port_that_is_taken_leaves_the_old_one(self):
+        with Device() as device, socket.create_server(("127.0.0.1", 0)) as taken:
+            device.ctl("call", "networkd", "TelnetRestart", str(taken.getsockname()[1]))
+            device.ctl("call", "networkd", "TelnetRestart", str(device.port))
+            device.ctl("call", "telnetLauncher", "listen", "x")
+            with open(device.root + "/log/device.log", encoding="utf-8") as log:
+                self.assertIn("cannot move to", log.read())
+            self.assertTrue(device.answers())
+
+    def accepts(self, port):
+        with socket.socket() as client:
+            return client.connect_ex(("127.0.0.1", port)) == 0
+
+    def test_the_login_mode_ends_every_session(self):
+        with Device() as device, Device() as other, other.console() as untouched:
+            with device.console() as one, device.console() as two:
+                two.ask(b"Broadcast off\r", b"Broadcast off\r\n")
+                one.ask(b"IPLogin sta\r", b"IPLogin off\r\n")
+                one.sendall(b"IPLogin on\r")
+                self.assertIn(b"IPLogin on\r\n", one.read_all())
+                two.read_all()
+            untouched.ask(b"IPLogin sta\r", b"IPLogin off\r\n")
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)
