@@ -191,7 +191,7 @@ TEST_F(BusTest, AFrozenBusDelaysNobodyForLong) {
                           [&] {
                               int result = 0;
                               for (int i = 0; i < 1000 && result == 0; ++i)
-                                  result = eventbus_publish("someChanged", large.c_str());
+                                  result = eventbus_publish("largeChanged", large.c_str());
                               return result;
                           }),
               ETIMEDOUT)
