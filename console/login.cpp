@@ -38,7 +38,7 @@ bool waitForAnswer(int quietTime) {
     fd_set input;
     FD_ZERO(&input);
     FD_SET(STDIN_FILENO, &input);
-    timeval limit{quietTime / 1000, quietTime % 1000 * 1000};
+    timeval limit{quietTime / 1000, quietTime % 1000 * 1000L};
     const int ready = select(STDIN_FILENO + 1, &input, nullptr, nullptr, &limit);
     if (ready < 0) endWith("select Error");
     return ready > 0;
@@ -91,7 +91,7 @@ void takePassword(LoginState& state, json_token* root, const char* password) {
 }
 
 int refuseWithoutAccounts(LoginState state) {
-    if (isLogged(LOG_LEVEL_ERROR)) __printLog(LOG_LEVEL_ERROR, "json_token_new_object");
+    logTokenFailure();
     if (state == expectingPassword) loginUserIndex = 0;
     return state;
 }

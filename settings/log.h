@@ -9,3 +9,8 @@ inline bool isLogged(int level) { return __logLevels[LOG_CATEGORY_CONSOLE] >= le
 inline void logWriteFailure() {
     if (isLogged(LOG_LEVEL_ERROR)) __printLog(LOG_LEVEL_ERROR, "user_config_update");
 }
+
+/// The log line of an account document that cannot be read or made.
+inline void logTokenFailure() {
+    if (isLogged(LOG_LEVEL_ERROR)) __printLog(LOG_LEVEL_ERROR, "json_token_new_object");
+}

@@ -3,7 +3,7 @@
 #include "platform/user_config.h"
 #include "settings/log.h"
 #include "settings/owned_token.h"
-#include "system/service_call.h"
+#include "settings/service_call.h"
 #include "system/words.h"
 #include "text/fixed_text.h"
 #include "text/text.h"
@@ -37,10 +37,6 @@ bool isRoot(const char* name) { return isSameName(name, "root"); }
 
 bool isAlphanumeric(const char* text) {
     return std::all_of(text, text + std::strlen(text), [](unsigned char c) { return std::isalnum(c) != 0; });
-}
-
-void logTokenFailure() {
-    if (isLogged(LOG_LEVEL_ERROR)) __printLog(LOG_LEVEL_ERROR, "json_token_new_object");
 }
 
 FixedText<64> userPath(int position) {

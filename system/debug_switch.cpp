@@ -2,8 +2,8 @@
 
 #include "platform/shell.h"
 #include "platform/user_status.h"
+#include "settings/service_call.h"
 #include "settings/write_path.h"
-#include "system/service_call.h"
 #include "text/text.h"
 
 namespace {

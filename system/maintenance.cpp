@@ -3,7 +3,7 @@
 #include "platform/event_bus.h"
 #include "platform/shell.h"
 #include "settings/leaf.h"
-#include "system/service_call.h"
+#include "settings/service_call.h"
 #include "text/text.h"
 
 #include <cstdio>

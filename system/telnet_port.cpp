@@ -1,7 +1,7 @@
 #include "system/telnet_port.h"
 
+#include "settings/service_call.h"
 #include "settings/write_path.h"
-#include "system/service_call.h"
 #include "text/text.h"
 
 namespace {

@@ -1,6 +1,6 @@
 #include "system/usb_route.h"
 
-#include "system/service_call.h"
+#include "settings/service_call.h"
 
 #include <cstdlib>
 #include <iterator>

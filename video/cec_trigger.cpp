@@ -1,11 +1,10 @@
 #include "video/cec_trigger.h"
 
-#include "platform/lpc.h"
+#include "settings/service_call.h"
 #include "settings/write_path.h"
 #include "text/text.h"
 
 #include <algorithm>
-#include <cstdio>
 
 namespace {
 
@@ -16,9 +15,7 @@ bool isCecWord(const char* argument) {
 
 }  // namespace
 
-void callCec(const char* word) {
-    if (lpc_proxy_call("intermcud", "TrigCEC", word) != 0) std::perror("lpc_proxy_call");
-}
+void callCec(const char* word) { callService("intermcud", "TrigCEC", word); }
 
 void triggerCec(const Command& command) {
     if (!isCecWord(command.argument)) return reject(command);
