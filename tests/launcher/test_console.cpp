@@ -36,6 +36,13 @@ void stopReading() {
     while (true) pause();
 }
 
+void tick() {
+    while (true) {
+        print("tick\r\n");
+        usleep(100'000);
+    }
+}
+
 void obey(const std::string& line, const char* programName) {
     if (line == "!name") print(programName);
     if (line == "!environment") printEnvironment();
@@ -45,6 +52,7 @@ void obey(const std::string& line, const char* programName) {
     if (line == "!flood") print(std::string(4'000'000, 'x'));
     if (line == "!last words") print(std::string(30'000, 'w') + "end"), std::exit(0);
     if (line == "!stubborn") ignoreEnding();
+    if (line == "!ticks") tick();
     if (line == "!deaf") stopReading();
     print("!done\n");
 }
