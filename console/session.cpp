@@ -1,4 +1,4 @@
 #include "console/session.h"
 
-std::atomic<int> sessionRunning = 1;
-std::atomic<int> sessionAuthenticated = 0;
+constinit std::atomic<int> sessionRunning = 1;
+constinit std::atomic<int> sessionAuthenticated = 0;

@@ -5,11 +5,15 @@
 
 #include <atomic>
 
+// NOLINTBEGIN(bugprone-dynamic-static-initializers): clang-tidy 14 does not know constinit.
+
 /// Set for good by the entry routine; 0 after a hang-up, which ends the line reader.
-extern std::atomic<int> sessionRunning;
+extern constinit std::atomic<int> sessionRunning;
 
 /// 1 once the operator may see what happens on the device.
-extern std::atomic<int> sessionAuthenticated;
+extern constinit std::atomic<int> sessionAuthenticated;
+
+// NOLINTEND(bugprone-dynamic-static-initializers)
 
 /// Owned by the entry routine for the life of the process and handed to every thread.
 struct SessionContext {

@@ -20,13 +20,13 @@ namespace {
 enum class TooLong { isCut, isRefused };
 
 struct TextCommand {
-    std::string opening;
-    std::string ending;
+    std::string_view opening;
+    std::string_view ending;
     std::size_t limit;
     TooLong tooLong;
 };
 
-const TextCommand textCommands[] = {
+constexpr TextCommand textCommands[] = {
     {"CliUser ", "", 40, TooLong::isCut},        {"CliPass ", "", 40, TooLong::isCut},
     {"kxdebug ", "", 15, TooLong::isRefused},    {"SHostName ", "", 15, TooLong::isRefused},
     {"SetLabel boot[", "]", 30, TooLong::isCut},
@@ -68,7 +68,7 @@ fuzz::Leaves expectedUpdate(const std::string& line, const std::string& text) {
 }
 
 void checkSetting(const TextCommand& command, const std::string& text, fuzz::ConsoleOutput& replies) {
-    const std::string line = command.opening + text + command.ending;
+    const std::string line = std::string(command.opening).append(text).append(command.ending);
     dispatchCommand(line.c_str());
     const std::string reply = replies.take();
     const platform_double::Lines updates = platform_double::updates();

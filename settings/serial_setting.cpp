@@ -75,8 +75,8 @@ bool parseStopBits(const char* text, int& value) {
     return (value == 1 || value == 2) && text[1] == '\0';
 }
 
-/// Takes the field that ends at the next `end` and moves `rest` behind it. A field that has no end, or is longer than any
-/// accepted value, comes out empty, which no parser takes.
+/// Takes the field that ends at the next `end` and moves `rest` behind it. A field that has no end, or is longer than
+/// any accepted value, comes out empty, which no parser takes.
 FieldText takeField(const char*& rest, char end) {
     FieldText field;
     const char* stop = std::strchr(rest, end);

@@ -1,5 +1,6 @@
 #include "text/replace_all.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace {
@@ -21,12 +22,10 @@ OwnedText replaceAll(const char* text, const char* from, const char* to) {
     char* out = result.get();
     for (std::size_t left = count; left > 0; --left) {
         const char* at = std::strstr(text, from);
-        const auto before = static_cast<std::size_t>(at - text);
-        std::memcpy(out, text, before);
-        std::memcpy(out + before, to, toLength);
-        out += before + toLength;
+        out = std::copy(text, at, out);
+        out = std::copy_n(to, toLength, out);
         text = at + fromLength;
     }
-    std::memcpy(out, text, std::strlen(text) + 1);
+    std::copy_n(text, std::strlen(text) + 1, out);
     return result;
 }
