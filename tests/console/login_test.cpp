@@ -125,7 +125,7 @@ TEST_F(LoginTest, AnAnswerIsWhatWasTypedLastBeforeTheQuiet) {
         usleep(20'000);
         terminal.type("b");
     });
-    EXPECT_EQ(loginReadInput(answer, sizeof answer, 2000), 1);
+    EXPECT_EQ(loginReadInput(answer, sizeof answer, 1000), 1);
     late.join();
     EXPECT_STREQ(answer, "b");
 }

@@ -1,6 +1,7 @@
 #include "tests/double/platform_double.h"
 
 #include "host/base/json.h"
+#include "host/store/document.h"
 #include "platform/event_bus.h"
 #include "platform/factory_data.h"
 #include "platform/json_token.h"
@@ -21,11 +22,10 @@
 #include <json-c/json.h>
 #include <list>
 #include <map>
-#include <memory>
 #include <mutex>
+#include <optional>
 #include <sys/eventfd.h>
 #include <thread>
-#include <tuple>
 #include <unistd.h>
 
 using host::Json;
@@ -51,7 +51,7 @@ struct Event {
 struct Store {
     const char* updateFunction;
     const char* eventSuffix;
-    Json tree{json_object_new_object()};
+    std::map<std::string, std::string> leaves{};  ///< JSON texts by their paths
 };
 
 /// A readable descriptor as long as something waits.
@@ -145,57 +145,25 @@ bool fails(const char* function) {
     return true;
 }
 
-/// The first member of an object; null for an empty one and for anything else.
-lh_entry* firstMember(json_object* object) {
-    return json_object_is_type(object, json_type_object) ? lh_table_head(json_object_get_object(object)) : nullptr;
-}
-
-const char* nameOf(const lh_entry* member) { return static_cast<const char*>(lh_entry_k(member)); }
-
-json_object* valueOf(const lh_entry* member) { return static_cast<json_object*>(lh_entry_v(member)); }
-
-Json copyOf(json_object* value) {
-    json_object* copy = nullptr;
-    json_object_deep_copy(value, &copy, nullptr);
-    return Json(copy);
-}
-
-/// The value that a query document leads to: the first member of each of its objects is the next step.
-json_object* find(json_object* tree, json_object* query) {
-    for (lh_entry* step = firstMember(query); step != nullptr; step = firstMember(valueOf(step))) {
-        if (!json_object_object_get_ex(tree, nameOf(step), &tree)) return nullptr;
+/// The leaf at `path` or all that stands below it; null where nothing does.
+Json valueAt(const Store& store, const std::string& path) {
+    const auto leaf = store.leaves.find(path);
+    if (leaf != store.leaves.end()) return parseFirstJson(leaf->second.c_str());
+    host::Leaves below;
+    for (auto each = store.leaves.lower_bound(path + "/"); each != store.leaves.end(); ++each) {
+        if (!each->first.starts_with(path + "/")) break;
+        below.push_back({each->first, each->second});
     }
-    return tree;
+    return below.empty() ? nullptr : host::treeBelow(path, below);
 }
 
-/// The same value, below the names of the query.
-Json findBelowNames(json_object* tree, json_object* query) {
-    const lh_entry* step = firstMember(query);
-    if (step == nullptr) return copyOf(tree);
-    if (!json_object_object_get_ex(tree, nameOf(step), &tree)) return nullptr;
-    Json below = findBelowNames(tree, valueOf(step));
-    if (below == nullptr) return nullptr;
-    Json outer(json_object_new_object());
-    json_object_object_add(outer.get(), nameOf(step), below.release());
-    return outer;
-}
-
-/// Puts the leaves of `document` into `tree`; true when one of them held another value before.
-bool merge(json_object* tree, json_object* document) {
+/// Puts the leaves of `document` into the store; true when one of them held another value before.
+bool merge(Store& store, json_object* document) {
     bool anyChanged = false;
-    for (lh_entry* member = firstMember(document); member != nullptr; member = lh_entry_next(member)) {
-        json_object* old = nullptr;
-        json_object_object_get_ex(tree, nameOf(member), &old);
-        if (json_object_is_type(valueOf(member), json_type_object)) {
-            if (!json_object_is_type(old, json_type_object)) {
-                old = json_object_new_object();
-                json_object_object_add(tree, nameOf(member), old);
-            }
-            anyChanged = merge(old, valueOf(member)) || anyChanged;
-        } else if (json_object_equal(old, valueOf(member)) == 0) {
-            json_object_object_add(tree, nameOf(member), copyOf(valueOf(member)).release());
-            anyChanged = true;
-        }
+    for (const auto& [path, value] : host::leavesOf(document)) {
+        std::string& held = store.leaves[path];
+        anyChanged = anyChanged || held != value;
+        held = value;
     }
     return anyChanged;
 }
@@ -212,29 +180,27 @@ void send(const std::string& name, const std::string& payload) {
 int update(Store& store, const char* text) {
     const Lock locked = lock();
     if (fails(store.updateFunction)) return -1;
-    const Json document = parseFirstJson(text);
-    if (!json_object_is_type(document.get(), json_type_object)) {
+    const Json document = host::parseUpdate(text);
+    if (document == nullptr) {
         errno = EINVAL;
         return -1;
     }
     device().updates.push_back(text);
-    for (lh_entry* branch = firstMember(document.get()); branch != nullptr; branch = lh_entry_next(branch)) {
-        const Json part(json_object_new_object());
-        json_object_object_add(part.get(), nameOf(branch), json_object_get(valueOf(branch)));
-        if (merge(store.tree.get(), part.get()))
-            send(nameOf(branch) + std::string(store.eventSuffix), host::compactText(part.get()));
+    json_object_object_foreach(document.get(), topKey, branch) {
+        const Json part = host::wrapped(std::string("/") + topKey, Json(json_object_get(branch)));
+        if (merge(store, part.get())) send(std::string(topKey) + store.eventSuffix, host::compactText(part.get()));
     }
     return 0;
 }
 
-/// Reads the leaf that `query` leads to with `read` where it is of the right kind. 0 where it is not.
+/// Shows the value that `query` leads to to `read`, which says whether it is of the right kind. 0 where it is not.
 template <typename Read>
-int query(const char* function, const Store& store, const char* queryText, Read read) {
+int query(const char* function, const Store& store, const char* query, Read read) {
     const Lock locked = lock();
     if (fails(function)) return 0;
-    const Json query = parseFirstJson(queryText);
-    json_object* value = query == nullptr ? nullptr : find(store.tree.get(), query.get());
-    if (value != nullptr && read(value)) return 1;
+    const std::optional<std::string> path = host::queriedPath(query);
+    const Json value = path ? valueAt(store, *path) : nullptr;
+    if (value != nullptr && read(value.get())) return 1;
     errno = ENOENT;
     return 0;
 }
@@ -265,8 +231,8 @@ int queryString(const char* function, const Store& store, const char* text, char
 
 json_token* queryToken(const char* function, const Store& store, const char* text) {
     Json found;
-    query(function, store, text, [&](json_object*) {
-        found = findBelowNames(store.tree.get(), parseFirstJson(text).get());
+    query(function, store, text, [&](json_object* value) {
+        found = host::wrapped(*host::queriedPath(text), Json(json_object_get(value)));
         return true;
     });
     return found.release();
@@ -274,19 +240,18 @@ json_token* queryToken(const char* function, const Store& store, const char* tex
 
 void setStore(Store& store, const std::string& text) {
     const Lock locked = lock();
-    const Json document = parseFirstJson(text.c_str());
+    const Json document = host::parseUpdate(text.c_str());
     if (document == nullptr) {
-        std::fprintf(stderr, "platform double: no JSON: %s\n", text.c_str());
+        std::fprintf(stderr, "platform double: no document: %s\n", text.c_str());
         std::abort();
     }
-    merge(store.tree.get(), document.get());
+    merge(store, document.get());
 }
 
-std::string stored(const Store& store, const std::string& text) {
+std::string stored(const Store& store, const std::string& query) {
     const Lock locked = lock();
-    const Json query = parseFirstJson(text.c_str());
-    json_object* value = find(store.tree.get(), query.get());
-    return value == nullptr ? "" : host::compactText(value);
+    const Json value = valueAt(store, host::queriedPath(query.c_str()).value());
+    return value == nullptr ? "" : host::compactText(value.get());
 }
 
 Lines copyOfLines(const Lines& lines) {
@@ -343,8 +308,8 @@ namespace platform_double {
 void reset() {
     const Lock locked = lock();
     Device& all = device();
-    all.settings.tree.reset(json_object_new_object());
-    all.status.tree.reset(json_object_new_object());
+    all.settings.leaves.clear();
+    all.status.leaves.clear();
     all.factoryData.clear();
     all.replies.clear();
     all.failures.clear();

@@ -42,15 +42,18 @@ import termios
 import time
 
 PATIENCE = 10
-IAC_SEQUENCE = re.compile(rb"\xff(?:[\xfb-\xfe].|\xff)", re.S)
+TELNET_PIECE = re.compile(rb"([^\xff]+)|\xff(?:(\xff)|[\xfb-\xfe].)", re.S)
 
 
 class Failure(Exception):
     """What differs from the session, ready to be shown."""
 
 
+def repeated(line):
+    return re.sub(r"%\{(.*?)\*(\d+)\}", lambda m: m[1] * int(m[2]), line)
+
+
 def text(operand):
-    operand = re.sub(r"%\{(.*?)\*(\d+)\}", lambda m: m[1] * int(m[2]), operand)
     if len(operand) > 1 and operand[0] == operand[-1] == '"':
         return ast.literal_eval("b" + operand)
     return operand.encode()
@@ -75,8 +78,8 @@ def compare(what, expected, got):
 class Console:
     """One end of a session: what came and was not yet asked for."""
 
-    def __init__(self, descriptor, is_telnet):
-        self.descriptor, self.is_telnet = descriptor, is_telnet
+    def __init__(self, descriptor, is_telnet=False, hears_events=False):
+        self.descriptor, self.is_telnet, self.hears_events = descriptor, is_telnet, hears_events
         self.raw, self.seen, self.closed = b"", b"", False
         os.set_blocking(descriptor.fileno(), False)
 
@@ -90,11 +93,11 @@ class Console:
             data = b""
         self.closed = self.closed or not data
         self.raw += data
-        if self.is_telnet:
-            self.raw = IAC_SEQUENCE.sub(lambda m: b"\xff" if m[0] == b"\xff\xff" else b"", self.raw)
-        whole = self.raw.find(b"\xff") if self.is_telnet and b"\xff" in self.raw[-3:] else len(self.raw)
-        self.seen += self.raw[:whole]
-        self.raw = self.raw[whole:]
+        if not self.is_telnet:
+            self.seen, self.raw = self.seen + self.raw, b""
+        while piece := TELNET_PIECE.match(self.raw):
+            self.seen += piece[1] or piece[2] or b""
+            self.raw = self.raw[piece.end():]
 
     def send(self, data, pump):
         data = data.replace(b"\xff", b"\xff\xff") if self.is_telnet else data
@@ -182,7 +185,7 @@ class Device:
         if self.root is None:
             self.start()
         connection = socket.create_connection(("127.0.0.1", self.ports[number]), PATIENCE)
-        self.consoles[name] = console = Console(connection, True)
+        self.consoles[name] = console = Console(connection, number == "23", True)
         self.await_listeners()
 
     def open_double(self, name, script):
@@ -191,7 +194,7 @@ class Device:
             os.environ["CMDD_DOUBLE"] = script.replace("; ", "\n")
             os.execv(self.programs.double, ["/usr/bin/*cmdd"])
         self.scope.callback(os.waitpid, child, 0)
-        self.consoles[name] = console = Console(os.fdopen(terminal, "rb", 0), False)
+        self.consoles[name] = console = Console(os.fdopen(terminal, "rb", 0))
         self.pump(lambda: not termios.tcgetattr(console.fileno())[3] & termios.ECHO, f"console {name} is raw")
 
     def close_all(self):
@@ -216,7 +219,7 @@ class Device:
             return
         fence = f"fence-{next(self.fences)}"
         line, event = fence.encode() + b"\r\n", f"event CommandFeedback {fence}"
-        listening = [each for each in self.consoles.values() if each.is_telnet]
+        listening = [each for each in self.consoles.values() if each.hears_events]
         self.control(f"publish CommandFeedback {fence}")
         self.pump(lambda: event in self.watched.lines and all(line in each.seen or each.closed for each in listening),
                   f"all consoles and the watcher show {fence}", patience)
@@ -300,6 +303,9 @@ class Step:
             expected[name] += self.expected.get(name, b"")
         return expected
 
+    def ends_line(self):
+        return not self.verb.endswith(">>") or text(self.operand)[-1:] in b"\r\n\0"
+
     def check(self, device, typed, expected):
         """What was promised comes first; then the fences show that nothing else is on its way."""
         with contextlib.suppress(Failure):
@@ -307,7 +313,7 @@ class Step:
                                     for name, each in device.consoles.items()), "all has come")
         for name in self.closed:
             device.pump(lambda: device.consoles[name].closed, f"session {name} ends")
-        if typed is not None and not typed.closed:
+        if typed is not None and not typed.closed and self.ends_line():
             device.await_line_fence(typed)
         if self.closed != set(device.consoles):
             device.await_event_fence()
@@ -327,7 +333,7 @@ class Step:
 def read_session(path):
     """The scenes of a file: their titles and steps."""
     opening, scenes = [], []
-    for number, line in enumerate(path.read_text().splitlines(), 1):
+    for number, line in enumerate(map(repeated, path.read_text().splitlines()), 1):
         steps = scenes[-1][1] if scenes else opening
         if not line.strip() or line.startswith("#"):
             continue
