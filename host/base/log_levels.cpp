@@ -55,13 +55,22 @@ bool writeLevels(const int* levels, std::size_t count, std::size_t first, int fl
     return isWritten;
 }
 
+/// With room set apart for its first lines, so that a full disk can still be told of.
+bool makeLog(const std::string& path) {
+    const int fd = open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
+    if (fd < 0) return false;
+    fallocate(fd, FALLOC_FL_KEEP_SIZE, 0, 128 << 10);
+    close(fd);
+    return true;
+}
+
 }  // namespace
 
 bool prepareLog() {
     const std::string log = inRoot("log/device.log");
     if (mkdir(inRoot("log").c_str(), 0700) != 0 && errno != EEXIST) return false;
     if (std::rename(log.c_str(), (log + ".1").c_str()) != 0 && errno != ENOENT) return false;
-    if (!writeLevels(defaultLevels.data(), defaultLevels.size(), 0, O_CREAT)) return false;
+    if (!makeLog(log) || !writeLevels(defaultLevels.data(), defaultLevels.size(), 0, O_CREAT)) return false;
     followLevels(inRoot(levelsFile));
     return true;
 }
