@@ -3,9 +3,10 @@
 #include "host/base/device_root.h"
 
 #include <cerrno>
+#include <charconv>
 #include <csignal>
-#include <cstdlib>
 #include <fcntl.h>
+#include <iterator>
 #include <sys/file.h>
 #include <unistd.h>
 
@@ -20,7 +21,8 @@ pid_t holderOf(int lockFile) {
     }
     char text[16] = "";
     if (errno != EWOULDBLOCK || read(lockFile, text, sizeof text - 1) <= 0) return 0;
-    const int id = std::atoi(text);
+    pid_t id = 0;
+    std::from_chars(text, std::end(text), id);
     if (id <= 1) errno = ESRCH;
     return id > 1 ? id : 0;
 }

@@ -17,7 +17,7 @@ inline constexpr char callPathPrefix[] = "/lpc/";
 
 /// The longest text that an event, a call or a reply carries, in bytes. The bus closes the connection of a sender that
 /// exceeds its own, larger limit.
-inline constexpr std::size_t longestText = 512 * 1024;
+inline constexpr std::size_t longestText = std::size_t{512} * 1024;
 
 /// Path of the bus's socket.
 std::string busPath();

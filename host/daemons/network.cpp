@@ -20,7 +20,7 @@ struct DestroyCompletion {
 using OwnedCompletion = std::unique_ptr<lpc_completion, DestroyCompletion>;
 
 constexpr char bootProtoPath[] = "network.eth0.bootProto";
-const std::string ipSettingsPath = "network.eth0.ipSettings";
+constexpr char ipSettingsPath[] = "network.eth0.ipSettings";
 
 /// Well below the time that the caller in turn waits for this daemon.
 constexpr int launcherLimit = 1000;  // milliseconds
@@ -36,10 +36,12 @@ std::string moveTelnetPort(const char* port) {
 }
 
 std::string restartTelnet(const char* port) {
-    const std::string reply = moveTelnetPort(port);
+    std::string reply = moveTelnetPort(port);
     if (!reply.starts_with("ok")) note("the telnet port cannot move to %s: %s", port, reply.c_str());
     return reply;
 }
+
+std::string addressPath(const char* leaf) { return std::string(ipSettingsPath) + "." + leaf; }
 
 struct Addresses {
     std::string ipaddr, netmask, gateway;
@@ -48,7 +50,7 @@ struct Addresses {
 /// The address settings below "network.eth0.ipSettings" of a document.
 Addresses addressesIn(json_token* document) {
     const auto text = [document](const char* leaf) {
-        return json_token_object_walk_get_string(document, (ipSettingsPath + "." + leaf).c_str(), "0.0.0.0");
+        return json_token_object_walk_get_string(document, addressPath(leaf).c_str(), "0.0.0.0");
     };
     return {text("ipaddr"), text("netmask"), text("gateway")};
 }
@@ -62,15 +64,15 @@ Addresses leasedAddresses() { return addressesIn(parseFirstJson(defaultStatus).g
 
 /// The store announces nothing for what is in effect already.
 void putIntoEffect(const Addresses& addresses) {
-    putStatusText((ipSettingsPath + ".ipaddr").c_str(), addresses.ipaddr);
-    putStatusText((ipSettingsPath + ".netmask").c_str(), addresses.netmask);
-    putStatusText((ipSettingsPath + ".gateway").c_str(), addresses.gateway);
+    putStatusText(addressPath("ipaddr").c_str(), addresses.ipaddr);
+    putStatusText(addressPath("netmask").c_str(), addresses.netmask);
+    putStatusText(addressPath("gateway").c_str(), addresses.gateway);
 }
 
 void onSettingsChanged(const char* payload) {
     const Json document = parseFirstJson(payload);
     const std::string_view protocol = json_token_object_walk_get_string(document.get(), bootProtoPath, "");
-    const bool isNewAddress = json_token_object_walk_get_object(document.get(), ipSettingsPath.c_str()) != nullptr;
+    const bool isNewAddress = json_token_object_walk_get_object(document.get(), ipSettingsPath) != nullptr;
     if (protocol == "DHCP") putIntoEffect(leasedAddresses());
     if (protocol == "STATIC" || isNewAddress) putIntoEffect(configuredAddresses());
 }

@@ -20,11 +20,9 @@ using namespace std::chrono_literals;
 /// How long the display may take to let the connection in, and to take what is sent.
 constexpr auto patience = 2s;
 
-const std::string displayPath = "control.displayControl.output1.remoteNetworkDevice.";
-
 std::optional<sockaddr_in> displayAddress() {
-    const auto host = settingText((displayPath + "ipAddr").c_str());
-    const auto port = settingNumber((displayPath + "port").c_str());
+    const auto host = settingText("control.displayControl.output1.remoteNetworkDevice.ipAddr");
+    const auto port = settingNumber("control.displayControl.output1.remoteNetworkDevice.port");
     sockaddr_in address{};
     address.sin_family = AF_INET;
     if (!host || !port || inet_pton(AF_INET, host->c_str(), &address.sin_addr) != 1) return std::nullopt;

@@ -65,6 +65,7 @@ constexpr Tool tools[] = {
 
 /// The link by which this program was started, whatever argv[0] says; empty where that cannot be told.
 std::filesystem::path startedPath() {
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): that is how the kernel hands it over.
     const auto* path = reinterpret_cast<const char*>(getauxval(AT_EXECFN));
     std::error_code error;
     const std::filesystem::path absolute = std::filesystem::absolute(path != nullptr ? path : "", error);

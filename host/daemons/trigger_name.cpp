@@ -6,11 +6,13 @@
 #include <algorithm>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 namespace host {
 namespace {
 
-const std::string commandPath = "control.displayControl.output1.triger.command.";
+/// Below the display's trigger settings.
+std::string commandPath(const std::string& leaf) { return "control.displayControl.output1.triger.command." + leaf; }
 
 struct Action {
     const char* name;
@@ -33,7 +35,7 @@ std::string_view endBytes(const std::string& word) {
 }
 
 std::optional<std::string> stored(const char* group, const char* key) {
-    return settingText((commandPath + group + "." + key).c_str());
+    return settingText(commandPath(std::string(group) + "." + key).c_str());
 }
 
 /// What the pieces carry without the end that each of them has; nothing when one of them ends in another way.
@@ -59,7 +61,7 @@ bool isSent(const Action& action, const std::vector<std::string>& pieces, bool i
 }  // namespace
 
 std::string triggerNameOf(const std::vector<std::string>& pieces) {
-    const bool isPaced = isSettingOn((commandPath + "commandWait").c_str());
+    const bool isPaced = isSettingOn(commandPath("commandWait").c_str());
     for (const Action& action : actions) {
         if (isSent(action, pieces, isPaced)) return action.name;
     }

@@ -105,42 +105,41 @@ int listCalls(const Arguments& /*words*/) {
     return 0;
 }
 
-/// The words that name a command, and how many more it takes.
 struct Verb {
-    std::vector<std::string_view> words;
-    const char* parameters;
+    std::string_view words;  ///< that name the command
+    const char* parameters;  ///< that follow them
     std::size_t parameterCount;
     int (*run)(const Arguments& parameters);
 };
 
-const Verb verbs[] = {
-    {{"config", "get"}, "JSON", 1, getConfig},
-    {{"config", "set"}, "JSON", 1, setConfig},
-    {{"status", "get"}, "JSON", 1, getStatus},
-    {{"status", "set"}, "JSON", 1, setStatus},
-    {{"publish"}, "EVENT TEXT", 2, publish},
-    {{"call"}, "SERVICE METHOD TEXT", 3, call},
-    {{"factory", "get"}, "KEY", 1, getFactoryData},
-    {{"factory", "set"}, "KEY TEXT", 2, setFactoryData},
-    {{"watch"}, "", 0, watch},
-    {{"calls"}, "", 0, listCalls},
+constexpr Verb verbs[] = {
+    {"config get", "JSON", 1, getConfig},
+    {"config set", "JSON", 1, setConfig},
+    {"status get", "JSON", 1, getStatus},
+    {"status set", "JSON", 1, setStatus},
+    {"publish", "EVENT TEXT", 2, publish},
+    {"call", "SERVICE METHOD TEXT", 3, call},
+    {"factory get", "KEY", 1, getFactoryData},
+    {"factory set", "KEY TEXT", 2, setFactoryData},
+    {"watch", "", 0, watch},
+    {"calls", "", 0, listCalls},
 };
 
 bool isMeant(const Verb& verb, const Arguments& arguments) {
-    return arguments.size() == verb.words.size() + verb.parameterCount &&
-           std::equal(verb.words.begin(), verb.words.end(), arguments.begin());
+    std::string words;
+    for (std::size_t i = 0; i + verb.parameterCount < arguments.size(); ++i) {
+        words.append(i > 0 ? " " : "").append(arguments[i]);
+    }
+    return words == verb.words;
 }
 
 int showUsage() {
-    std::fprintf(stderr, "usage: devicectl --root DIR COMMAND, one of:");
-    const char* separator = "";
+    std::fputs("usage: devicectl --root DIR COMMAND, one of:", stderr);
+    const char* separator = " ";
     for (const Verb& verb : verbs) {
-        std::fputs(separator, stderr);
-        for (const std::string_view word : verb.words) {
-            std::fprintf(stderr, " %.*s", static_cast<int>(word.size()), word.data());
-        }
-        std::fprintf(stderr, "%s%s", verb.parameterCount > 0 ? " " : "", verb.parameters);
-        separator = " |";
+        std::fprintf(stderr, "%s%s%s%s", separator, verb.words.data(), verb.parameterCount > 0 ? " " : "",
+                     verb.parameters);
+        separator = " | ";
     }
     std::fputc('\n', stderr);
     return usageStatus;
