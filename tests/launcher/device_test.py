@@ -10,7 +10,7 @@ import subprocess
 import tempfile
 import unittest
 
-from programs import Client, children_of, wait_until
+from programs import Client, accepts, children_of, wait_until
 
 ANY_PORTS = ["--port", "0", "--ports", "0,0,0"]
 
@@ -192,7 +192,7 @@ class Restart(unittest.TestCase):
                 os.kill(before, signal.SIGKILL)
                 device.wait_for_news(f"{name} ended (signal 9)")
                 wait_until(lambda: device.child(name) not in (0, before), name)
-                wait_until(lambda: device.child("telnet_launcher"), "the launcher")
+                wait_until(lambda: accepts(device.port), "the launcher")
                 self.assertTrue(device.answers())
                 call = ("call", "networkd", "TelnetRestart", str(device.port))
                 wait_until(lambda: device.ctl(*call).returncode == 0, "networkd and the launcher")
@@ -208,8 +208,8 @@ class TelnetPort(unittest.TestCase):
             old, new = device.port, self.free_port()
             console.ask(b"Broadcast off\r", b"Broadcast off\r\n")
             console.ask(f"IPPort {new}\r".encode(), f"IPPort {new}\r\n".encode())
-            wait_until(lambda: self.accepts(new), "the new port")
-            self.assertFalse(self.accepts(old))
+            wait_until(lambda: accepts(new), "the new port")
+            self.assertFalse(accepts(old))
             console.ask(b"IPPort sta\r", f"IPPort {new}\r\n".encode())
             with device.console(new) as other:
                 other.ask(b"IPPort sta\r", f"IPPort {new}\r\n".encode())
@@ -222,10 +222,6 @@ class TelnetPort(unittest.TestCase):
             with open(device.root + "/log/device.log", encoding="utf-8") as log:
                 self.assertIn("cannot move to", log.read())
             self.assertTrue(device.answers())
-
-    def accepts(self, port):
-        with socket.socket() as client:
-            return client.connect_ex(("127.0.0.1", port)) == 0
 
     def test_the_login_mode_ends_every_session(self):
         with Device() as device, Device() as other, other.console() as untouched:

@@ -1,6 +1,7 @@
 """The launcher, with the console of the tests."""
 
 import os
+import signal
 import subprocess
 import tempfile
 
@@ -34,7 +35,7 @@ class Launcher:
 
     def __exit__(self, *_):
         self.process.terminate()
-        self.process.wait(10)
+        assert self.process.wait(10) in (0, -signal.SIGKILL)
         self.root.cleanup()
 
     def client(self, index=1, **options):

@@ -20,6 +20,12 @@ def wait_until(condition, what, deadline=DEADLINE):
     raise AssertionError(f"not within {deadline} s: {what}")
 
 
+def accepts(port):
+    """Whether connections to the port are accepted."""
+    with socket.socket() as client:
+        return client.connect_ex(("127.0.0.1", port)) == 0
+
+
 class Client(socket.socket):
     """A connection to a port of the device."""
 
