@@ -14,15 +14,14 @@ constexpr char readyLeaf[] = R"({"system":{"slaveMcu":{"isReady":%s}}})";
 /// No template is nearly as long, so that a text which was cut matches none.
 using MatchText = FixedText<512>;
 
-MatchText openedWith(const MatchText& prefix, const char* key) {
-    MatchText text = prefix;
-    text.appendFormat("{\"%s\":", key);
-    return text;
+void open(MatchText& text, const char* key) {
+    text.append("{\"");
+    text.append(key);
+    text.append("\":");
 }
 
-/// `opening` is the match text up to the leaf's colon.
-void showLeaf(const MatchText& opening, json_object* leaf) {
-    MatchText text = opening;
+/// `text` is the match text up to the leaf's colon.
+void showLeaf(MatchText& text, json_object* leaf) {
     switch (json_object_get_type(leaf)) {
         case json_type_boolean:
             text.append("%s}");
@@ -38,14 +37,17 @@ void showLeaf(const MatchText& opening, json_object* leaf) {
     }
 }
 
-void walkObject(json_object* node, const MatchText& prefix) {
+/// `text` is the match text up to the object; below, it grows and shrinks with the depth.
+void walkObject(json_object* node, MatchText& text) {
+    const std::size_t size = text.size();
     json_object_object_foreach(node, key, value) {
-        const MatchText opening = openedWith(prefix, key);
+        open(text, key);
         if (json_object_is_type(value, json_type_object)) {
-            walkObject(value, opening);
+            walkObject(value, text);
         } else {
-            showLeaf(opening, value);
+            showLeaf(text, value);
         }
+        text.truncate(size);
     }
 }
 
@@ -58,11 +60,10 @@ bool isAnnounced(const char* matchText) {
 }  // namespace
 
 void walkChangedJson(json_token* changes, const char* category) {
-    if (json_object_is_type(changes, json_type_object)) {
-        walkObject(changes, MatchText());
-    } else {
-        showLeaf(openedWith(MatchText(), category), changes);
-    }
+    MatchText text;
+    if (json_object_is_type(changes, json_type_object)) return walkObject(changes, text);
+    open(text, category);
+    showLeaf(text, changes);
 }
 
 void cipProcJson(const char* matchText, const ChangedValue& value) {

@@ -40,6 +40,12 @@ class FixedText {
         size_ += wanted < Capacity - size_ ? wanted : Capacity - 1 - size_;
     }
 
+    /// Keeps the first `size` bytes, not more than there are.
+    void truncate(std::size_t size) {
+        size_ = size;
+        bytes_[size_] = '\0';
+    }
+
     void clear() {
         size_ = 0;
         bytes_[0] = '\0';
