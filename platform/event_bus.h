@@ -24,8 +24,8 @@ int eventbus_subscribe(eventbus* bus, const char* event, eventbus_callback callb
 /// Descriptor to wait on for input.
 int eventbus_fileno(eventbus* bus);
 
-/// Runs the callbacks of all that has arrived, on the calling thread. Returns 0 on success; non-zero with errno set
-/// when the bus is gone.
+/// Runs the callbacks of what has arrived, on the calling thread; while anything is left the descriptor stays readable.
+/// Returns 0 on success; non-zero with errno set when the bus is gone.
 int eventbus_on_data_available(eventbus* bus);
 
 /// Closes the connection and releases the handle. NULL is allowed.

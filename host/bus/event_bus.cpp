@@ -43,6 +43,7 @@ struct eventbus {
     std::list<Subscription> subscriptions;  // the bus keeps pointers to them
     std::size_t confirmed = 0;              // how many of them the bus has answered
     int refusal = 0;                        // the error of one that it refused
+    std::size_t received = 0;               // events
 };
 
 namespace {
@@ -50,6 +51,7 @@ namespace {
 int onEvent(sd_bus_message* message, void* userData, sd_bus_error* /*error*/) {
     const auto* subscription = static_cast<const Subscription*>(userData);
     const char* payload = host::readText(message);
+    ++subscription->bus->received;
     if (payload != nullptr) subscription->callback(subscription->userData, payload);
     return 0;
 }
@@ -87,9 +89,12 @@ bool host::waitUntilSubscribed(eventbus* bus) {
 int eventbus_fileno(eventbus* bus) { return bus->connection.descriptor(); }
 
 int eventbus_on_data_available(eventbus* bus) {
+    const std::size_t before = bus->received;
     int handled = 1;
-    while (handled > 0) handled = sd_bus_process(bus->connection.bus(), nullptr);
-    if (handled == 0) handled = -bus->refusal;
+    // Up to one event: sd-bus reads no further than the end of a message, so that the descriptor tells of the next one
+    // and nobody has to look for it in vain.
+    while (handled > 0 && bus->received == before) handled = sd_bus_process(bus->connection.bus(), nullptr);
+    if (handled >= 0) handled = -bus->refusal;
     return statusOf(handled >= 0 || failBus(handled));
 }
 
