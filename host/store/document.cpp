@@ -57,7 +57,7 @@ void collectLeaves(json_object* object, const std::string& path, Leaves& leaves)
 /// The object under `key`, made where there is none yet.
 json_object* enter(json_object* object, const std::string& key) {
     json_object* inner = json_object_object_get(object, key.c_str());
-    if (inner != nullptr) return inner;
+    if (isObject(inner)) return inner;
     inner = json_object_new_object();
     json_object_object_add(object, key.c_str(), inner);
     return inner;

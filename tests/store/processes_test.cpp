@@ -226,7 +226,9 @@ TEST(Threads, ShareOneStore) {
 TEST(Fork, CarriesNoConnectionAcross) {
     ASSERT_TRUE(host::prepareKeptStore(host::settingsKind, host::defaultSettings));
     ASSERT_EQ(0, user_config_update(R"({"forked":{"parent":1}})"));
-    const pid_t child = startChild([] {
+    const Store* const parents = &host::settingsStore();
+    const pid_t child = startChild([parents] {
+        EXPECT_NE(parents, &host::settingsStore());
         int value = 0;
         EXPECT_NE(0, user_config_query_int(R"({"forked":{"parent":0}})", &value));
         EXPECT_EQ(0, user_config_update(R"({"forked":{"child":2}})"));
