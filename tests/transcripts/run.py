@@ -1,19 +1,20 @@
 #!/usr/bin/env python3
-"""Plays *.session files against a device of their own and compares every byte that comes back.
+"""Plays *.session files, each against a device of its own, and compares every byte that comes back.
 
     == title              a scene; its consoles end with it, and the lines before the first scene open each of them
     open A B              consoles over telnet; "open C 9001" on another port
     double A: fail x; ..  a console on the device in memory, steered by these words (tests/double/script.cpp)
     close A               hangs up
-    A> text               typed on A and ended by CR; its echo is expected
-    A> text  => reply     ... and this line comes back on A; "=>>" on every open console
-    A>> "bytes\\r\\n"       sent as it stands; the echo is to be written out
+    A> text => reply      typed on A and ended by CR, and what A answers; no reply is silence
+    A> text =>> reply     ... and what every open console shows
+    A= text               answered with the line itself
+    A! text               refused: "Command FAILED: (text)"; of these four, " | " parts several on one line
+    A>> "bytes\\r\\n"       sent as it stands, its echo to be written out
     $ config get {...}    devicectl with these words, the last one taking the rest of the line
 
 What has to follow, nothing more and nothing less, before the next of the above:
 
-    A: text               a line, ended by CR LF, on A; "AB:" on both
-    A:: "bytes"           the bytes as they stand
+    A: text               a line on A; "AB:" on both; "A:: "bytes"" as they stand
     A closed              the session ends
     | text                a line that devicectl prints, "exit 1" where it fails; it is asked until it does so
     * event NAME TEXT     what the bus carried, as "devicectl watch" prints it; not looked at where no "*" stands,
@@ -54,25 +55,21 @@ def repeated(line):
 
 
 def text(operand):
-    if len(operand) > 1 and operand[0] == operand[-1] == '"':
-        return ast.literal_eval("b" + operand)
-    return operand.encode()
+    is_quoted = len(operand) > 1 and operand[0] == operand[-1] == '"'
+    return ast.literal_eval("b" + operand) if is_quoted else operand.encode()
 
 
 def shown(data):
-    """Bytes as lines that can be read and compared; line ends as a line end, other control bytes as escapes."""
+    """Bytes as lines that can be read and compared, control bytes as escapes."""
     lines = data.decode("latin-1").replace("\\", "\\\\").split("\r\n")
     plain = [re.sub(r"[^\x20-\x7e]", lambda m: f"\\x{ord(m[0]):02x}", line) for line in lines]
     return [line if len(line) < 300 else f"{line[:140]} ...{len(line)}... {line[-140:]}" for line in plain]
 
 
-def difference(what, expected, got):
-    return "\n".join([what, *list(difflib.unified_diff(expected, got, "expected", "got", lineterm="", n=1))[2:]])
-
-
 def compare(what, expected, got):
     if expected != got:
-        raise Failure(difference(what, expected, got))
+        difference = list(difflib.unified_diff(expected, got, "expected", "got", lineterm="", n=1))
+        raise Failure("\n".join([what, *difference[2:]]))
 
 
 class Console:
@@ -91,7 +88,7 @@ class Console:
             data = os.read(self.fileno(), 65536)
         except OSError:
             data = b""
-        self.closed = self.closed or not data
+        self.closed = not data
         self.raw += data
         if not self.is_telnet:
             self.seen, self.raw = self.seen + self.raw, b""
@@ -100,10 +97,9 @@ class Console:
             self.raw = self.raw[piece.end():]
 
     def send(self, data, pump):
-        data = data.replace(b"\xff", b"\xff\xff") if self.is_telnet else data
         while data:
             pump(lambda: select.select([], [self], [], 0)[1], "the console takes input")
-            data = data[os.write(self.fileno(), data[:4096]):]
+            data = data[os.write(self.fileno(), data):]
 
 
 class Lines:
@@ -122,19 +118,12 @@ class Lines:
         self.lines += [line.decode("latin-1") for line in whole]
 
 
-def free_ports(count):
-    """Ports that were free a moment ago."""
-    with contextlib.ExitStack() as scope:
-        sockets = [scope.enter_context(socket.create_server(("127.0.0.1", 0))) for _ in range(count)]
-        return [each.getsockname()[1] for each in sockets]
-
-
 class Device:
     """A device in a root of its own, started when it is first asked for, and all that the runner holds of it."""
 
     def __init__(self, programs):
         self.programs, self.consoles, self.scope, self.fences = programs, {}, contextlib.ExitStack(), itertools.count(17)
-        self.sources, self.root, self.watched = [], None, None
+        self.sources, self.root, self.watched = [], None, Lines(None)
 
     def __enter__(self):
         return self
@@ -144,9 +133,13 @@ class Device:
         self.scope.close()
 
     def start(self):
+        if self.root is not None:
+            return
         self.root = self.scope.enter_context(tempfile.TemporaryDirectory())
-        telnet, *raw = map(str, free_ports(4))
-        self.ports = dict(zip(["23", "9000", "9001", "9002"], [telnet, *raw]))
+        with contextlib.ExitStack() as scope:
+            free = [scope.enter_context(socket.create_server(("127.0.0.1", 0))).getsockname()[1] for _ in range(4)]
+        self.ports = dict(zip(["23", "9000", "9001", "9002"], free))
+        telnet, *raw = map(str, free)
         output = self.run(self.programs.device, "--root", self.root, "--port", telnet, "--ports", ",".join(raw))
         self.pump(lambda: output.lines or output.closed, "the device is ready")
         compare("the device's first line", [f"ready: telnet 127.0.0.1 {telnet}"], output.lines)
@@ -172,8 +165,7 @@ class Device:
 
     def control(self, words):
         """Runs devicectl; its lines."""
-        if self.root is None:
-            self.start()
+        self.start()
         most = {"config": 2, "status": 2, "factory": 3, "publish": 2, "call": 3}.get(words.split(" ")[0], 1)
         arguments = [text(word) for word in words.split(" ", most)]
         done = subprocess.run([self.programs.devicectl, "--root", self.root, *arguments], timeout=PATIENCE,
@@ -181,11 +173,10 @@ class Device:
         lines = done.stdout.decode(errors="backslashreplace").splitlines()
         return lines + ([f"exit {done.returncode}"] if done.returncode else [])
 
-    def open(self, name, number):
-        if self.root is None:
-            self.start()
-        connection = socket.create_connection(("127.0.0.1", self.ports[number]), PATIENCE)
-        self.consoles[name] = console = Console(connection, number == "23", True)
+    def open(self, name, port="23"):
+        self.start()
+        connection = socket.create_connection(("127.0.0.1", self.ports[port]), PATIENCE)
+        self.consoles[name] = Console(connection, port == "23", True)
         self.await_listeners()
 
     def open_double(self, name, script):
@@ -197,13 +188,15 @@ class Device:
         self.consoles[name] = console = Console(os.fdopen(terminal, "rb", 0))
         self.pump(lambda: not termios.tcgetattr(console.fileno())[3] & termios.ECHO, f"console {name} is raw")
 
+    def close(self, name):
+        self.consoles.pop(name).descriptor.close()
+
     def close_all(self):
-        for console in self.consoles.values():
-            console.descriptor.close()
-        self.consoles = {}
+        for name in [*self.consoles]:
+            self.close(name)
 
     def await_listeners(self):
-        """Waits until whoever was just started hears events, and forgets what all have heard meanwhile."""
+        """Waits until whoever was just started hears events, and forgets the events that this took."""
         for _ in range(50):
             with contextlib.suppress(Failure):
                 self.await_event_fence(PATIENCE / 50)
@@ -236,12 +229,8 @@ class Device:
         console.seen = console.seen.replace(word + b"\r\r\n" + answer, b"", 1)
 
     def has_log(self, wanted):
-        return any(wanted.encode() in path.read_bytes() for path in pathlib.Path(self.root, "log").rglob("*")
-                   if path.is_file())
-
-
-ACTION = re.compile(r"(open|close|double|\$|[A-Z]>>?) (.*)")
-EXPECTATION = re.compile(r"([A-Z]+::?|[A-Z]+ closed|\||\*|log:)(?: (.*))?$")
+        files = [path for path in pathlib.Path(self.root, "log").rglob("*") if path.is_file()]
+        return any(wanted.encode() in path.read_bytes() for path in files)
 
 
 class Step:
@@ -249,34 +238,33 @@ class Step:
 
     def __init__(self, number, verb, operand):
         self.number, self.verb, self.operand = number, verb, operand
-        self.expected, self.closed, self.output, self.watched, self.logged = {}, set(), [], None, []
+        self.expected, self.closed, self.output, self.watched, self.logged = {}, set(), [], [], []
 
     def expect(self, kind, operand):
-        if kind.endswith(":") and kind != "log:":
+        if kind.endswith(" closed"):
+            self.closed |= set(kind.split()[0])
+        elif kind in ("|", "*", "log:"):
+            {"|": self.output, "*": self.watched, "log:": self.logged}[kind].append(operand)
+        else:
             data = text(operand) + (b"" if kind.endswith("::") else b"\r\n")
             for name in kind.rstrip(":"):
                 self.expected[name] = self.expected.get(name, b"") + data
-        elif kind.endswith(" closed"):
-            self.closed |= set(kind.split()[0])
-        else:
-            {"|": self.output, "*": self.watched, "log:": self.logged}[kind].append(operand)
 
     def play(self, device):
-        output, typed, expected = [], None, dict(self.expected)
+        output, expected = [], self.expected
         if self.verb == "open":
-            names, _, port = self.operand.partition(" 9")
-            for name in names.split():
-                device.open(name, "9" + port if port else "23")
+            *names, last = self.operand.split()
+            for name in names if last.isdigit() else [*names, last]:
+                device.open(name, *([last] if last.isdigit() else []))
         elif self.verb == "double":
             device.open_double(*self.operand.split(": ", 1))
         elif self.verb == "close":
-            device.consoles.pop(self.operand).descriptor.close()
+            device.close(self.operand)
         elif self.verb == "$":
             output = self.ask(device)
         else:
-            typed = device.consoles[self.verb[0]]
-            expected = self.type(device, typed)
-        self.check(device, typed, expected)
+            expected = self.type(device, device.consoles[self.verb[0]])
+        self.check(device, expected)
         compare("devicectl printed", self.output, output)
 
     def ask(self, device):
@@ -289,12 +277,12 @@ class Step:
 
     def type(self, device, console):
         """Types the operand; what is expected on each console, echo and short reply included."""
-        line, sign, reply = self.operand, "", ""
         if self.verb.endswith(">>"):
-            console.send(text(line), device.pump)
+            console.send(text(self.operand), device.pump)
             return self.expected
-        if match := re.fullmatch(r"(.*?) +(=>>?) (.*)", line):
-            line, sign, reply = match.groups()
+        line, sign, reply = re.fullmatch(r"(.*?)(?: +(=>>?) (.*))?", self.operand).groups()
+        if self.verb[1] != ">":
+            sign, reply = "=>", line if self.verb[1] == "=" else f"Command FAILED: ({line})"
         console.send(text(line) + b"\r", device.pump)
         expected = {}
         for name, each in device.consoles.items():
@@ -303,35 +291,39 @@ class Step:
             expected[name] += self.expected.get(name, b"")
         return expected
 
-    def ends_line(self):
-        return not self.verb.endswith(">>") or text(self.operand)[-1:] in b"\r\n\0"
+    def has_typed_line(self):
+        return self.verb[1:] in (">", "=", "!") or self.verb[1:] == ">>" and text(self.operand)[-1:] in b"\r\n\0"
 
-    def check(self, device, typed, expected):
+    def check(self, device, expected):
         """What was promised comes first; then the fences show that nothing else is on its way."""
         with contextlib.suppress(Failure):
             device.pump(lambda: all(each.closed or len(each.seen) >= len(expected.get(name, b""))
                                     for name, each in device.consoles.items()), "all has come")
         for name in self.closed:
             device.pump(lambda: device.consoles[name].closed, f"session {name} ends")
-        if typed is not None and not typed.closed and self.ends_line():
-            device.await_line_fence(typed)
+        if self.has_typed_line() and not device.consoles[self.verb[0]].closed:
+            device.await_line_fence(device.consoles[self.verb[0]])
         if self.closed != set(device.consoles):
             device.await_event_fence()
         for name, console in device.consoles.items():
             compare(f"on console {name}", shown(expected.get(name, b"")), shown(console.seen))
             compare(f"session {name} ended", [str(name in self.closed)], [str(console.closed)])
             console.seen = b""
-        device.consoles = {name: each for name, each in device.consoles.items() if name not in self.closed}
-        if self.watched is not None:
+        for name in self.closed:
+            device.close(name)
+        if self.watched:
             compare("on the bus", [line for line in self.watched if line != "nothing"], device.watched.lines)
-        if device.watched:
-            device.watched.lines = []
+        device.watched.lines = []
         for wanted in self.logged:
             device.pump(lambda: device.has_log(wanted), f"the log holds {wanted!r}")
 
 
+ACTION = re.compile(r"(open|close|double|\$|[A-Z]>>|[A-Z][>=!]) (.*)")
+EXPECTATION = re.compile(r"([A-Z]+::?|[A-Z]+ closed|\||\*|log:)(?: (.*))?$")
+
+
 def read_session(path):
-    """The scenes of a file: their titles and steps."""
+    """The steps that open each scene of a file, and its scenes as titles and steps."""
     opening, scenes = [], []
     for number, line in enumerate(map(repeated, path.read_text().splitlines()), 1):
         steps = scenes[-1][1] if scenes else opening
@@ -340,10 +332,10 @@ def read_session(path):
         if line.startswith("== "):
             scenes.append((line[3:], []))
         elif match := ACTION.fullmatch(line):
-            steps.append(Step(number, *match.groups()))
+            verb, operand = match.groups()
+            parts = operand.split(" | ") if verb[1:] in (">", "=", "!") else [operand]
+            steps += [Step(number, verb, part) for part in parts]
         elif match := EXPECTATION.fullmatch(line):
-            if match[1] == "*" and steps[-1].watched is None:
-                steps[-1].watched = []
             steps[-1].expect(match[1], match[2] or "")
         else:
             sys.exit(f"{path}:{number}: not a line of a session: {line}")
