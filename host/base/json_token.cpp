@@ -83,7 +83,7 @@ bool put(json_object* container, const Step& step, Json value) {
     if (isIndex(step))
         return json_token_array_put(container, static_cast<int>(std::get<Index>(step)), value.release()) == 0;
     if (json_object_object_add(container, std::get<std::string>(step).c_str(), value.get()) != 0) return false;
-    value.release();
+    static_cast<void>(value.release());  // the container's now
     return true;
 }
 
@@ -155,7 +155,7 @@ int json_token_array_put(json_token* array, int index, json_token* value) {
     if (json_object_is_type(array, json_type_array) == 0 || index < 0) return -1;
     if (!isIndexAllowed(static_cast<Index>(index))) return -1;
     if (json_object_array_put_idx(array, static_cast<Index>(index), value) != 0) return -1;
-    owned.release();
+    static_cast<void>(owned.release());  // the array's now
     return 0;
 }
 

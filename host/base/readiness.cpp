@@ -1,6 +1,8 @@
 #include "host/base/readiness.h"
 
+#include <charconv>
 #include <cstdlib>
+#include <cstring>
 #include <string>
 #include <unistd.h>
 
@@ -9,7 +11,8 @@ namespace host {
 void announceReady(std::string_view text) {
     const char* descriptor = std::getenv(readyDescriptorVariable);
     if (descriptor == nullptr) return;
-    const int fd = std::atoi(descriptor);
+    int fd = -1;
+    std::from_chars(descriptor, descriptor + std::strlen(descriptor), fd);
     const std::string line = std::string(text) + "\n";
     if (write(fd, line.data(), line.size()) < 0) {
         // The starter is gone; it will be noticed where the process is supervised.

@@ -11,6 +11,7 @@ ChangeCounters::Index ChangeCounters::indexOf(const std::string& path) {
 
 std::vector<ChangeCounters::Index> ChangeCounters::indexesOf(const std::vector<std::string>& paths) {
     std::vector<Index> indexes;
+    indexes.reserve(paths.size());
     for (const std::string& path : paths) indexes.push_back(indexOf(path));
     std::sort(indexes.begin(), indexes.end());
     indexes.erase(std::unique(indexes.begin(), indexes.end()), indexes.end());
