@@ -62,10 +62,10 @@ bool mergeAll(Database& database, const Leaves& leaves, Paths& changed) {
     return std::all_of(leaves.begin(), leaves.end(), [&](const Leaf& leaf) { return merge(database, leaf, changed); });
 }
 
-bool publish(const std::string& event, json_object* payload) {
-    if (eventbus_publish(event.c_str(), compactText(payload)) == 0) return true;
+/// What is stored is stored, heard or not.
+void publish(const std::string& event, json_object* payload) {
+    if (eventbus_publish(event.c_str(), compactText(payload)) == 0) return;
     __printLog(LOG_LEVEL_ERROR, "%s: not published: %s", event.c_str(), std::strerror(errno));
-    return false;
 }
 
 bool refuseDocument() {
