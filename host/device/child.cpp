@@ -1,6 +1,7 @@
 #include "host/device/child.h"
 
 #include "host/base/readiness.h"
+#include "host/loop/exec_words.h"
 
 #include <algorithm>
 #include <array>
@@ -24,13 +25,6 @@ constexpr std::chrono::milliseconds longestDelay = 5s;
 constexpr auto steadyTime = 10s;
 
 constexpr int failedStart = 127;
-
-std::vector<char*> pointersTo(std::vector<std::string>& texts) {
-    std::vector<char*> pointers;
-    for (std::string& text : texts) pointers.push_back(text.data());
-    pointers.push_back(nullptr);
-    return pointers;
-}
 
 std::vector<std::string> environmentWith(int ready) {
     const std::string prefix = std::string(readyDescriptorVariable) + "=";
@@ -56,7 +50,7 @@ void becomeChild(pid_t supervisor, int output, int ready) {
 
 pid_t startProgram(std::vector<std::string> command, int output, int ready) {
     std::vector<std::string> environment = environmentWith(ready);
-    const std::vector<char*> arguments = pointersTo(command), variables = pointersTo(environment);
+    const std::vector<char*> arguments = execWords(command), variables = execWords(environment);
     const pid_t supervisor = getpid();
     const pid_t pid = fork();
     if (pid != 0) return pid;

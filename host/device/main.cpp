@@ -10,6 +10,7 @@
 #include "host/device/root_lock.h"
 #include "host/device/stores.h"
 #include "host/loop/event_loop.h"
+#include "host/loop/exec_words.h"
 
 #include <csignal>
 #include <cstdio>
@@ -66,10 +67,8 @@ Device::Outcome run(DeviceOptions& options, const Programs& programs) {
 /// Nothing of the last run can linger in a process that begins anew.
 void startAnew(const DeviceOptions& options) {
     std::vector<std::string> words = options.arguments();
-    std::vector<char*> arguments = {program_invocation_name};
-    for (std::string& word : words) arguments.push_back(word.data());
-    arguments.push_back(nullptr);
-    execv("/proc/self/exe", arguments.data());
+    words.insert(words.begin(), program_invocation_name);
+    execv("/proc/self/exe", execWords(words).data());
     std::perror("device: restart");
 }
 

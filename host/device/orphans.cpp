@@ -2,9 +2,9 @@
 
 #include <charconv>
 #include <csignal>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 #include <string>
 #include <sys/prctl.h>
 #include <sys/wait.h>
@@ -19,9 +19,10 @@ pid_t parentOf(const std::filesystem::path& process) {
     std::ifstream file(process / "stat");
     std::string line;
     std::getline(file, line);
-    const std::size_t nameEnd = line.rfind(") ");
+    std::istringstream fields(line.substr(line.rfind(')') + 1));
+    char state = 0;
     pid_t parent = 0;
-    if (nameEnd != line.npos) std::sscanf(line.c_str() + nameEnd, ") %*c %d", &parent);
+    fields >> state >> parent;
     return parent;
 }
 

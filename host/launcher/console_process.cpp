@@ -3,6 +3,7 @@
 #include "host/base/device_root.h"
 #include "host/launcher/console_port.h"
 #include "host/launcher/neighbour_table.h"
+#include "host/loop/exec_words.h"
 
 #include <array>
 #include <cerrno>
@@ -50,13 +51,6 @@ std::vector<std::string> environmentOf(const ConsoleIdentity& identity) {
     return environment;
 }
 
-std::vector<char*> pointersTo(std::vector<std::string>& texts) {
-    std::vector<char*> pointers;
-    for (std::string& text : texts) pointers.push_back(text.data());
-    pointers.push_back(nullptr);
-    return pointers;
-}
-
 /// A new session that opens `terminalName` first, and so gets it as its controlling terminal.
 class SpawnPlan {
   public:
@@ -96,7 +90,7 @@ pid_t spawn(const char* terminalName, const ConsoleIdentity& identity) {
     std::vector<std::string> arguments = {identity.programName};
     std::vector<std::string> environment = environmentOf(identity);
     return SpawnPlan(terminalName)
-        .run(deviceRoot() + identity.programName, pointersTo(arguments).data(), pointersTo(environment).data());
+        .run(deviceRoot() + identity.programName, execWords(arguments).data(), execWords(environment).data());
 }
 
 /// The launcher itself is allowed many more.

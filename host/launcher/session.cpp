@@ -15,8 +15,8 @@ using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
 /// Output that may wait for a peer before its console is no longer read, and the same for a console's input.
-constexpr std::size_t mostForPeer = 64 * 1024;
-constexpr std::size_t mostForConsole = 64 * 1024;
+constexpr std::size_t mostForPeer = 65'536;
+constexpr std::size_t mostForConsole = 65'536;
 
 /// A console that has read nothing of what waits for it in that time hangs.
 constexpr auto consolePatience = 30s;

@@ -1,9 +1,8 @@
-"""A peer that vanishes without a word, in network namespaces of the test's own."""
+"""Peers on a network of the test's own: two namespaces with a cable between them."""
 
 import os
 import subprocess
 import sys
-import time
 import unittest
 
 from launcher import Launcher
@@ -11,13 +10,17 @@ from programs import wait_until
 
 SERVER, CLIENT = (f"console{os.getpid()}{side}" for side in "ab")
 ADDRESS = "10.99.0.1"
-CONNECT = f"""
-import socket, sys
-clients = [socket.create_connection(("{ADDRESS}", int(port))) for port in sys.argv[1:]]
-for client in clients:
-    client.recv(1)
-clients[1].sendall(b"!ticks\\r")
-print("connected", flush=True)
+HARDWARE_ADDRESS = "02:00:00:00:00:07"
+HERE = os.path.dirname(os.path.abspath(__file__))
+
+# Two sessions: one that nothing happens in, and one with output on its way.
+CLIENTS = f"""
+import sys
+sys.path.insert(0, "{HERE}")
+from programs import Client
+idle, busy = (Client(int(port), address="{ADDRESS}") for port in sys.argv[1:])
+print(idle.ask(b"!environment\\r", b"!done\\n"), flush=True)
+busy.sendall(b"!ticks\\r")
 sys.stdin.read()
 """
 
@@ -27,10 +30,10 @@ def ip(*words):
 
 
 def make_network():
-    """Two namespaces with one cable between them."""
     ip("netns", "add", SERVER)
     ip("netns", "add", CLIENT)
     ip("-n", SERVER, "link", "add", "cable", "type", "veth", "peer", "name", "cable", "netns", CLIENT)
+    ip("-n", CLIENT, "link", "set", "cable", "address", HARDWARE_ADDRESS)
     for namespace, address in ((SERVER, ADDRESS), (CLIENT, "10.99.0.2")):
         ip("-n", namespace, "address", "add", address + "/24", "dev", "cable")
         ip("-n", namespace, "link", "set", "cable", "up")
@@ -41,7 +44,7 @@ def remove_network():
         subprocess.run(["ip", "netns", "delete", namespace], check=False, capture_output=True, timeout=20)
 
 
-class VanishedPeer(unittest.TestCase):
+class Neighbour(unittest.TestCase):
     def setUp(self):
         self.addCleanup(remove_network)
         try:
@@ -49,18 +52,17 @@ class VanishedPeer(unittest.TestCase):
         except (OSError, subprocess.CalledProcessError) as error:
             self.skipTest(f"no network namespaces here: {getattr(error, 'stderr', None) or error}")
 
-    def test_the_sessions_of_a_peer_whose_cable_is_cut_are_gone_within_30_seconds(self):
+    def test_it_is_known_by_its_addresses_and_gone_within_30_seconds_when_its_cable_is_cut(self):
         inside = ["ip", "netns", "exec"]
         with Launcher("--listen", ADDRESS, prefix=[*inside, SERVER]) as launcher:
-            command = [*inside, CLIENT, sys.executable, "-c", CONNECT, *map(str, launcher.ports[1:3])]
-            with subprocess.Popen(command, stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True) as client:
-                self.assertEqual(client.stdout.readline(), "connected\n")
+            command = [*inside, CLIENT, sys.executable, "-B", "-c", CLIENTS, *map(str, launcher.ports[1:3])]
+            with subprocess.Popen(command, stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True) as clients:
+                environment = clients.stdout.readline()
+                self.assertIn("TELNET_CLIENT_IP=10.99.0.2\\n", environment)
+                self.assertIn(f"TELNET_CLIENT_MAC={HARDWARE_ADDRESS}\\n", environment)
                 launcher.wait_for_sessions(2)
                 ip("-n", CLIENT, "link", "set", "cable", "down")
-                cut = time.monotonic()
                 wait_until(lambda: not launcher.sessions(), "the end of the sessions", 30)
-                print(f"gone after {time.monotonic() - cut:.1f} s")
-                client.stdin.close()
 
 
 if __name__ == "__main__":
