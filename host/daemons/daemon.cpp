@@ -1,36 +1,17 @@
 #include "host/daemons/daemon.h"
 
+#include "host/base/note.h"
 #include "host/base/readiness.h"
 #include "host/bus/subscriptions.h"
 #include "platform/event_bus.h"
-#include "platform/logger.h"
 #include "platform/lpc.h"
 
 #include <cerrno>
 #include <csignal>
-#include <cstdarg>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 
 namespace host {
-namespace {
-
-/// Between the console's own levels: worth a line in every run, and no error.
-constexpr int noteLevel = 6;
-
-}  // namespace
-
-void note(const char* format, ...) {
-    char* text = nullptr;
-    va_list arguments;
-    va_start(arguments, format);
-    const int length = vasprintf(&text, format, arguments);
-    va_end(arguments);
-    if (length < 0) return;
-    __printLog(noteLevel, "%s", text);
-    std::free(text);
-}
 
 Daemon::Daemon(std::string name) : name_(std::move(name)) {}
 

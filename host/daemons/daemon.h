@@ -11,9 +11,6 @@ struct eventbus;
 
 namespace host {
 
-/// Writes a line to the run's log.
-[[gnu::format(printf, 1, 2)]] void note(const char* format, ...);
-
 class Daemon {
   public:
     /// Carries out a request and returns the reply; the caller waits for it.

@@ -1,5 +1,6 @@
 #include "host/daemons/display_command.h"
 
+#include "host/base/note.h"
 #include "host/daemons/daemon.h"
 #include "host/daemons/transmitter.h"
 

@@ -1,6 +1,6 @@
 #include "host/daemons/leaf_value.h"
 
-#include "host/daemons/daemon.h"
+#include "host/base/note.h"
 #include "platform/json_token.h"
 #include "platform/user_config.h"
 #include "platform/user_status.h"

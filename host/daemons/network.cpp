@@ -1,4 +1,5 @@
 #include "host/base/json.h"
+#include "host/base/note.h"
 #include "host/daemons/daemon.h"
 #include "host/daemons/daemons.h"
 #include "host/daemons/leaf_value.h"
@@ -41,33 +42,18 @@ std::string restartTelnet(const char* port) {
     return reply;
 }
 
-std::string addressPath(const char* leaf) { return std::string(ipSettingsPath) + "." + leaf; }
-
-struct Addresses {
-    std::string ipaddr, netmask, gateway;
-};
-
-/// The address settings below "network.eth0.ipSettings" of a document.
-Addresses addressesIn(json_token* document) {
-    const auto text = [document](const char* leaf) {
-        return json_token_object_walk_get_string(document, addressPath(leaf).c_str(), "0.0.0.0");
-    };
-    return {text("ipaddr"), text("netmask"), text("gateway")};
+/// Puts the address settings of `document` into effect. The store announces nothing for what is in effect already.
+void putIntoEffect(const Json& document) {
+    json_token* addresses = json_token_object_walk_get_object(document.get(), ipSettingsPath);
+    if (addresses != nullptr) putStatus(ipSettingsPath, Json(json_object_get(addresses)));
 }
 
-Addresses configuredAddresses() {
-    return addressesIn(Json(user_config_query_to_json_token(R"({"network":{"eth0":{"ipSettings":{}}}})")).get());
+Json configuredAddresses() {
+    return Json(user_config_query_to_json_token(R"({"network":{"eth0":{"ipSettings":{}}}})"));
 }
 
 /// What the device's router hands out.
-Addresses leasedAddresses() { return addressesIn(parseFirstJson(defaultStatus).get()); }
-
-/// The store announces nothing for what is in effect already.
-void putIntoEffect(const Addresses& addresses) {
-    putStatusText(addressPath("ipaddr").c_str(), addresses.ipaddr);
-    putStatusText(addressPath("netmask").c_str(), addresses.netmask);
-    putStatusText(addressPath("gateway").c_str(), addresses.gateway);
-}
+Json leasedAddresses() { return parseFirstJson(defaultStatus); }
 
 void onSettingsChanged(const char* payload) {
     const Json document = parseFirstJson(payload);

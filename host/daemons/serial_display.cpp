@@ -1,3 +1,4 @@
+#include "host/base/note.h"
 #include "host/daemons/daemon.h"
 #include "host/daemons/daemons.h"
 #include "host/daemons/display_command.h"

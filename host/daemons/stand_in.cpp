@@ -4,6 +4,7 @@
 #include "host/base/device_root.h"
 #include "host/base/factory_store.h"
 #include "host/base/log_levels.h"
+#include "host/base/note.h"
 #include "platform/logger.h"
 #include "platform/lpc.h"
 
@@ -82,7 +83,7 @@ bool isInDeviceRoot(const std::filesystem::path& path) {
 void logStart(const Arguments& arguments) {
     std::string line;
     for (const std::string& argument : arguments) line += " [" + argument + "]";
-    __printLog(LOG_LEVEL_ERROR, "started with%s", line.c_str());
+    note("started with%s", line.c_str());
 }
 
 int run(const std::filesystem::path& path, const Arguments& arguments) {

@@ -1,6 +1,6 @@
 #include "host/daemons/transmitter.h"
 
-#include "host/daemons/daemon.h"
+#include "host/base/note.h"
 #include "host/daemons/leaf_value.h"
 #include "host/daemons/time_scale.h"
 #include "host/daemons/trigger_name.h"

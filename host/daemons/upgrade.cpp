@@ -1,4 +1,5 @@
 #include "host/base/device_process.h"
+#include "host/base/note.h"
 #include "host/daemons/daemon.h"
 #include "host/daemons/daemons.h"
 #include "host/daemons/time_scale.h"

@@ -11,6 +11,7 @@
 #include "platform/lpc.h"
 #include "text/owned_text.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -154,11 +155,22 @@ int runVerb(const Arguments& arguments) {
     return showUsage();
 }
 
+/// Takes "--root DIR" or "--root=DIR" off the front; false where neither stands.
+bool takeRoot(Arguments& arguments) {
+    constexpr std::string_view option = "--root";
+    if (arguments.empty() || !std::string_view(arguments[0]).starts_with(option)) return false;
+    const char* rest = arguments[0] + option.size();
+    const bool isOneWord = *rest == '=';
+    if (!isOneWord && (*rest != '\0' || arguments.size() < 2)) return false;
+    setDeviceRoot(isOneWord ? rest + 1 : arguments[1]);
+    arguments.erase(arguments.begin(), arguments.begin() + (isOneWord ? 1 : 2));
+    return true;
+}
+
 }  // namespace
 }  // namespace host
 
 int main(int argc, char** argv) {
-    if (argc < 3 || std::string_view(argv[1]) != "--root") return host::showUsage();
-    host::setDeviceRoot(argv[2]);
-    return host::runVerb(host::Arguments(argv + 3, argv + argc));
+    host::Arguments arguments(argv + std::min(argc, 1), argv + argc);
+    return host::takeRoot(arguments) ? host::runVerb(arguments) : host::showUsage();
 }
