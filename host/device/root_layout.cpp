@@ -3,6 +3,7 @@
 #include "host/base/device_process.h"
 #include "host/base/device_root.h"
 #include "host/base/log_levels.h"
+#include "host/bus/bus_names.h"
 #include "host/bus/call_log.h"
 #include "host/launcher/console_port.h"
 #include "host/store/store.h"
@@ -12,6 +13,7 @@
 #include <filesystem>
 #include <string>
 #include <sys/stat.h>
+#include <sys/un.h>
 #include <system_error>
 
 namespace host {
@@ -48,6 +50,8 @@ bool isRootOrEmpty(const std::string& path, std::error_code& error) {
 
 bool makeRoot() {
     const std::string& root = deviceRoot();
+    if (busPath().size() >= sizeof sockaddr_un::sun_path)
+        return report(root, std::make_error_code(std::errc::filename_too_long));
     std::error_code error;
     fs::create_directories(root, error);
     if (!error && !isRootOrEmpty(root, error) && !error) error = std::make_error_code(std::errc::directory_not_empty);

@@ -158,6 +158,7 @@ class StartAndEnd(unittest.TestCase):
                 (["--port", str(taken.getsockname()[1]), "--ports", "0,0,0"], "cannot listen on 127.0.0.1"),
                 (["--listen", "192.0.2.1", *ANY_PORTS], "warning: anyone who reaches 192.0.2.1 can operate"),
                 (["--root", folder, *ANY_PORTS], "not empty"),
+                (["--root", folder + "/" + "x" * 100, *ANY_PORTS], "too long"),
                 (["--ports", "1,2"], "usage:"),
             ):
                 command = [os.environ["DEVICE"], "--root", folder + "/root", *arguments]
