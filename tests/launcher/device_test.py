@@ -10,23 +10,15 @@ import subprocess
 import tempfile
 import unittest
 
-from programs import Client, accepts, children_of, wait_until
+from programs import Client, accepts, children_of, proc_text, wait_until
 
 ANY_PORTS = ["--port", "0", "--ports", "0,0,0"]
 
 
 def processes_of(root):
     """Every process that was started for the device of that root."""
-    mark = f"DEVICE_ROOT={root}\0".encode()
-    found = []
-    for name in filter(str.isdigit, os.listdir("/proc")):
-        try:
-            with open(f"/proc/{name}/environ", "rb") as environment:
-                if mark in environment.read() + b"\0":
-                    found.append(int(name))
-        except OSError:
-            pass
-    return found
+    processes = filter(str.isdigit, os.listdir("/proc"))
+    return [pid for pid in processes if f"DEVICE_ROOT={root}" in proc_text(pid, "environ").split("\0")]
 
 
 class Device:
@@ -78,11 +70,7 @@ class Device:
 
     def child(self, name):
         """The process of a daemon of the device; 0 while there is none."""
-        for pid in children_of(self.process.pid):
-            with open(f"/proc/{pid}/cmdline", encoding="utf-8") as line:
-                if name in line.read():
-                    return pid
-        return 0
+        return next((pid for pid in children_of(self.process.pid) if name in proc_text(pid, "cmdline")), 0)
 
     def answers(self):
         """Whether a new console gets an answer, and a change comes back to it over the bus, once it listens there."""
@@ -107,8 +95,7 @@ class StartAndEnd(unittest.TestCase):
                 self.assertEqual(stat.S_IMODE(mode), 0o700 if stat.S_ISDIR(mode) else 0o600, name)
             self.assertTrue(any(stat.S_ISSOCK(os.stat(f"{device.root}/{name}").st_mode) for name in names))
             for pid in processes_of(device.root):
-                with open(f"/proc/{pid}/environ", "rb") as environment:
-                    self.assertIn(f"PATH={device.root}/sbin".encode(), environment.read().split(b"\0"))
+                self.assertIn(f"PATH={device.root}/sbin", proc_text(pid, "environ").split("\0"))
 
     def test_a_second_device_on_the_same_root_says_so(self):
         with Device() as device:

@@ -63,11 +63,17 @@ def children_of(pid):
 
 
 def parent_of(pid):
+    fields = proc_text(pid, "stat").rpartition(")")[2].split()
+    return int(fields[1]) if fields else None
+
+
+def proc_text(pid, name):
+    """A file about the process; nothing for one that has ended."""
     try:
-        with open(f"/proc/{pid}/stat", encoding="ascii", errors="replace") as stat:
-            return int(stat.read().rpartition(")")[2].split()[1])
+        with open(f"/proc/{pid}/{name}", encoding="utf-8", errors="replace") as file:
+            return file.read()
     except OSError:
-        return None
+        return ""
 
 
 def descriptors_of(pid):
