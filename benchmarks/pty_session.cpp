@@ -34,6 +34,7 @@ host::UniqueFd openTerminal() {
 
 std::vector<char*> pointersTo(std::vector<std::string> const& texts) {
     std::vector<char*> pointers;
+    pointers.reserve(texts.size() + 1);
     for (const std::string& text : texts) pointers.push_back(const_cast<char*>(text.c_str()));
     pointers.push_back(nullptr);
     return pointers;

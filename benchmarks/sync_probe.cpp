@@ -16,7 +16,7 @@ int openLog() {
 
 unsigned delay() {
     const char* microseconds = std::getenv("SYNC_DELAY");
-    return microseconds != nullptr ? static_cast<unsigned>(std::atoi(microseconds)) : 0;
+    return microseconds != nullptr ? static_cast<unsigned>(std::strtoul(microseconds, nullptr, 10)) : 0;
 }
 
 int sync(long call, int file) {
