@@ -1,10 +1,9 @@
 /// Stands in for the console in the launcher's tests. It greets with '>', sends back every byte as it got it, and a
 /// line that begins with '!' makes it do what a test needs a console to do.
-#include <cstdlib>
-#include <string>
-
 #include <csignal>
+#include <cstdlib>
 #include <fcntl.h>
+#include <string>
 #include <unistd.h>
 
 namespace {
