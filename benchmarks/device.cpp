@@ -28,11 +28,11 @@ pid_t startSupervisor(const std::filesystem::path& program, const std::filesyste
 int awaitReady(int output) {
     const std::unique_ptr<FILE, int (*)(FILE*)> lines(fdopen(output, "r"), std::fclose);
     std::array<char, 256> line;
-    int port = 0;
     while (std::fgets(line.data(), line.size(), lines.get()) != nullptr) {
-        if (std::sscanf(line.data(), "ready: telnet %*s %d", &port) == 1) break;
+        if (!std::string_view(line.data()).starts_with("ready: telnet ")) continue;
+        return static_cast<int>(std::strtol(std::strrchr(line.data(), ' '), nullptr, 10));
     }
-    return port;
+    return 0;
 }
 
 }  // namespace

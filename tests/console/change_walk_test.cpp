@@ -27,7 +27,7 @@ class ChangeWalkTest : public testing::Test {
 /// What the console shows when it hears of `document`.
 std::string heard(const std::string& document) {
     json_token* changes = json_token_parse(document.c_str());
-    const std::string text = capture([changes] { walkChangedJson(changes, "audio"); });
+    std::string text = capture([changes] { walkChangedJson(changes, "audio"); });
     json_token_ref_put(changes);
     return text;
 }

@@ -2,6 +2,7 @@
 
 #include "host/base/json.h"
 #include "host/store/document.h"
+#include "host/store/leaf_path.h"
 #include "platform/event_bus.h"
 #include "platform/factory_data.h"
 #include "platform/json_token.h"
@@ -187,7 +188,9 @@ int update(Store& store, const char* text) {
     }
     device().updates.push_back(text);
     json_object_object_foreach(document.get(), topKey, branch) {
-        const Json part = host::wrapped(std::string("/") + topKey, Json(json_object_get(branch)));
+        std::string path;
+        host::appendKey(path, topKey);
+        const Json part = host::wrapped(path, Json(json_object_get(branch)));
         if (merge(store, part.get())) send(std::string(topKey) + store.eventSuffix, host::compactText(part.get()));
     }
     return 0;
@@ -400,7 +403,7 @@ std::string callService(const std::string& service, const std::string& method, c
     asked->waiting.push_back(request);
     asked->signal.raise();
     if (!device().changed.wait_for(locked, patience, [request] { return request->completed; })) return "no answer";
-    const std::string reply = request->reply;
+    std::string reply = std::move(request->reply);
     delete request;
     return reply;
 }

@@ -129,7 +129,7 @@ void expectWhatWasConfirmed(const StoreKind& kind, std::size_t writer, int confi
 
 TEST(Writers, KilledAtAnyMomentLeaveWholeDocuments) {
     const char* const wanted = std::getenv("STORE_KILLS");
-    const unsigned kills = wanted != nullptr ? static_cast<unsigned>(std::atoi(wanted)) : 40;
+    const unsigned long kills = wanted != nullptr ? std::strtoul(wanted, nullptr, 10) : 40;
     const StoreKind kind = newStore("{}", Durability::powerCut);
     auto& confirmed = sharedWithChildren<Confirmed>();
     std::array<pid_t, std::tuple_size_v<Confirmed>> writers;
