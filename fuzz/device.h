@@ -1,7 +1,7 @@
 /// The device in memory as every input finds it.
 #pragma once
 
-#include "tests/double/platform_double.h"
+#include "double/platform_double.h"
 
 #include <map>
 

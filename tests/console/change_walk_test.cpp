@@ -1,10 +1,10 @@
 #include "console/change_walk.h"
 
 #include "console/command_table.h"
+#include "double/platform_double.h"
 #include "settings/feedback_printers.h"
 #include "settings/leaf.h"
-#include "tests/double/capture.h"
-#include "tests/double/platform_double.h"
+#include "tests/capture.h"
 #include "text/text.h"
 
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
 /// What the console says when the device refuses it something.
 #include "console/idle_clock.h"
 #include "console/line_reader.h"
-#include "tests/double/platform_double.h"
-#include "tests/double/typed.h"
+#include "double/platform_double.h"
+#include "tests/typed.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 #include "console/login.h"
 
 #include "console/session.h"
-#include "tests/double/capture.h"
-#include "tests/double/platform_double.h"
+#include "double/platform_double.h"
+#include "tests/capture.h"
 
 #include <gtest/gtest.h>
 #include <pty.h>
@@ -43,11 +43,13 @@ TEST_F(LoginTest, ASecondUserLogsInWithItsOwnPassword) {
     EXPECT_EQ(answer({"r1"}), "\r\n");
     EXPECT_EQ(state_, expectingUserName);
     EXPECT_EQ(sessionAuthenticated, 0);
+    state_ = expectingPassword;
+    EXPECT_EQ(answer({"b2"}), "\r\n") << "the user that failed was remembered";
     EXPECT_EQ(answer({"Bob", "b2"}), "\nWelcome to Telnet.\r\n");
     EXPECT_EQ(state_, loggedIn);
     EXPECT_EQ(sessionAuthenticated, 1);
     EXPECT_EQ(attempts_, 3);
-    EXPECT_EQ(calls(), (Lines{failed, failed, succeeded}));
+    EXPECT_EQ(calls(), (Lines{failed, failed, failed, succeeded}));
     EXPECT_EQ(answer({"anything"}), "");
     EXPECT_EQ(result_, 1);
 }

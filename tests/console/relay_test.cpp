@@ -3,8 +3,8 @@
 #include "console/bus_loop.h"
 #include "console/event_listener.h"
 #include "console/terminal.h"
-#include "tests/double/capture.h"
-#include "tests/double/platform_double.h"
+#include "double/platform_double.h"
+#include "tests/capture.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -90,6 +90,39 @@ TEST_F(BusLoopDeathTest, TheListenerReportsAndEnds) {
             },
             testing::ExitedWithCode(0), report);
     }
+}
+
+/// What a console of the kind shows of a feedback text, a reset, a changed setting and a link report.
+std::string shownBy(int kind, bool isAuthenticated) {
+    setConfig(R"({"system":{"broadcast":true}})");
+    setStatus(R"({"system":{"slaveMcu":{"isReady":true}}})");
+    sessionAuthenticated = isAuthenticated;
+    const std::string fields(70, '0');
+    return capture([&] {
+        std::thread([kind] {
+            SessionContext session;
+            session.kind = kind;
+            eventListenerThread(&session);
+        }).detach();
+        awaitSubscription("UpgradeSlaveVersionQuery");
+        deliver("CommandFeedback", "feedback");
+        deliver("UpgradeSlaveVersionQuery", "Sys Default\r");
+        deliver("controlUserConfigChanged", R"({"control":{"ledMode":true}})");
+        deliver(
+            "videoStatusConfigChanged",
+            R"({"video":{"vidIn":{"hdbtIn":{"hdbtIn1":{"linkMonitoring":{"respondFrom":"stat","trigerBy":"RS232ShowAll",
+                    "requestStatusValue":"hpd","TX":{"allHexString":"TX:)" +
+                fields + R"("},"RX":{"allHexString":"RX:)" + fields + R"("}}}}}}})");
+    });
+}
+
+TEST_F(BusLoopDeathTest, WhoListensDecidesWhatIsShown) {
+    const std::string toAll = "feedback\r\n";
+    const std::string toOperators = toAll + "Mreset\r\nBlink on\r\n";
+    const std::string toMonitors = toOperators + "TX - HPD : off\r\nRX - HPD : off\r\n";
+    EXPECT_EXIT(std::exit(shownBy(4, false) == toAll ? 0 : 1), testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(std::exit(shownBy(4, true) == toOperators ? 0 : 1), testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(std::exit(shownBy(1, true) == toMonitors ? 0 : 1), testing::ExitedWithCode(0), "");
 }
 
 TEST_F(BusLoopDeathTest, TheBusRelayWritesBytesUntilItIsStopped) {

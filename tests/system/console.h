@@ -1,8 +1,8 @@
 /// A console on an empty device in memory, with broadcast off, so that every command answers by itself.
 #pragma once
 
-#include "tests/double/platform_double.h"
-#include "tests/double/typed.h"
+#include "double/platform_double.h"
+#include "tests/typed.h"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 
     == title              a scene; its consoles end with it, and the lines before the first scene open each of them
     open A B              consoles over telnet; "open C 9001" on another port
-    double A: fail x; ..  a console on the device in memory, steered by these words (tests/double/script.cpp)
+    double A: fail x; ..  a console on the device in memory, steered by these words (double/script.cpp)
     close A               hangs up
     A> text => reply      typed on A and ended by CR, and what A answers; no reply is silence
     A> text =>> reply     ... and what every open console shows

@@ -1,7 +1,7 @@
 #include "video/link_report.h"
 
-#include "tests/double/capture.h"
-#include "tests/double/platform_double.h"
+#include "double/platform_double.h"
+#include "tests/capture.h"
 
 #include <gtest/gtest.h>
 #include <memory>

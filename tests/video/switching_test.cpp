@@ -1,5 +1,5 @@
-#include "tests/double/platform_double.h"
-#include "tests/double/typed.h"
+#include "double/platform_double.h"
+#include "tests/typed.h"
 
 #include <gtest/gtest.h>
 

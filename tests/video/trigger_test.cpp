@@ -1,7 +1,7 @@
 #include "video/trigger.h"
 
-#include "tests/double/platform_double.h"
-#include "tests/double/typed.h"
+#include "double/platform_double.h"
+#include "tests/typed.h"
 #include "video/end_word_report.h"
 #include "video/trigger_pacing.h"
 

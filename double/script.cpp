@@ -1,6 +1,6 @@
 /// Steers a whole program on the device in memory from its environment. Each line of CMDD_DOUBLE is one of
 ///     config DOCUMENT · status DOCUMENT · fail FUNCTION · reply SERVICE METHOD TEXT
-#include "tests/double/platform_double.h"
+#include "double/platform_double.h"
 
 #include <cstdio>
 #include <cstdlib>

@@ -1,4 +1,4 @@
-#include "tests/double/platform_double.h"
+#include "double/platform_double.h"
 
 #include "host/base/json.h"
 #include "host/store/document.h"

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "console/dispatcher.h"
-#include "tests/double/capture.h"
+#include "tests/capture.h"
 
 namespace platform_double {
 
