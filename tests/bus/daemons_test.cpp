@@ -52,31 +52,6 @@ TEST(TriggerRequest, DecodesWordsAndEndCharacters) {
     for (const auto& [text, bytes] : cases) EXPECT_EQ(host::decodeControlString(text), bytes) << text;
 }
 
-TEST(TriggerRequest, ReadsTheFieldsItNeeds) {
-    const auto full = host::parseTriggerRequest(
-        R"({"displayControl":{"fiveSecDelay":2 ,"fbVerify":1 ,"sendcount":3 ,"sendData":"41 \u0003","fbData":"",)"
-        R"("fbEndNone":0,"leadingFlag":0,"writeNull":1,"readNull":0}})");
-    ASSERT_TRUE(full);
-    EXPECT_EQ(full->bytes, "A\x03\0"s);
-    EXPECT_EQ(full->waits, 2);
-    EXPECT_EQ(full->sendCount, 3);
-    EXPECT_FALSE(full->isLeading);
-
-    const auto spelledOut = host::parseTriggerRequest(R"({"displayControl":{"sendData":"41 00","writeNull":1}})");
-    ASSERT_TRUE(spelledOut);
-    EXPECT_EQ(spelledOut->bytes, "A\0"s);
-
-    const auto wild =
-        host::parseTriggerRequest(R"({"displayControl":{"sendData":"41","sendcount":2000000000,"fiveSecDelay":-1}})");
-    ASSERT_TRUE(wild);
-    EXPECT_LE(wild->sendCount, 100);
-    EXPECT_EQ(wild->waits, 0);
-
-    for (const char* bad : {"", "x", "[]", "{}", R"({"displayControl":[]})", R"({"displayControl":{"sendData":1}})"}) {
-        EXPECT_FALSE(host::parseTriggerRequest(bad)) << bad;
-    }
-}
-
 constexpr char busyRs232[] = R"({"control":{"displayControl":{"output1":{"transmission":{"rs232":false}}}}})";
 constexpr char busyTelnet[] = R"({"control":{"displayControl":{"output1":{"transmission":{"telnet":false}}}}})";
 
@@ -232,24 +207,6 @@ TEST_F(DaemonsTest, ASerialCommandIsPacedAndAnnouncedOnce) {
     EXPECT_TRUE(first < second && second < third && third != std::string::npos) << log;
 }
 
-TEST_F(DaemonsTest, SerialCommandsAreToldApart) {
-    storeTrigger("on", "50 2c 31", "CR");
-    storeTrigger("off", "50 2c 30", "CR");
-    storeTrigger("volumePlus", "56 2B", "CR-LF");
-    start("displayControl");
-    Listener feedback("CommandFeedback");
-    for (const char* data : {"50 2c 30 0D", "50 2c 31 0D", R"(56 2B\u000d\u000a)", "99", R"(4D 55 54 45 0D)"}) {
-        ASSERT_EQ(lpc_proxy_call("displayControl", "SetCmdOn", request(data).c_str()), 0);
-    }
-    EXPECT_EQ(feedback.take(), "TrigRS1 off");
-    EXPECT_EQ(feedback.take(), "TrigRS1 on");
-    EXPECT_EQ(feedback.take(), "TrigRS1 vol+");
-    EXPECT_EQ(feedback.take(), "TrigRS1 mute") << "a string that is not stored is announced by nobody";
-    ASSERT_EQ(lpc_proxy_call("displayControl", "SetCmdOn", "nonsense"), 0);
-    ASSERT_EQ(lpc_proxy_call("displayControl", "HexRS232zone", " 41 0D"), 0);
-    EXPECT_TRUE(isLogged("41 0d (A.)"));
-}
-
 TEST_F(DaemonsTest, TheDisplayGetsACommandOverOneConnection) {
     Display display;
     display.listen();
@@ -261,60 +218,6 @@ TEST_F(DaemonsTest, TheDisplayGetsACommandOverOneConnection) {
     ASSERT_EQ(lpc_proxy_call("displayControlTelnetClient", "SetCmdOn", request("42 00", 1, false).c_str()), 0);
     EXPECT_EQ(display.receive(), "A\0A\0A\0B\0"s);
     EXPECT_EQ(feedback.take(), "TrigIP1 on");
-}
-
-TEST_F(DaemonsTest, ADisplayThatIsNotThereHoldsNothingUp) {
-    const Display display;
-    storeTrigger("mute", "4D", "None");
-    start("displayControlTelnetClient");
-    Listener feedback("CommandFeedback");
-    for (int i = 0; i < 2; ++i) {
-        ASSERT_EQ(lpc_proxy_call("displayControlTelnetClient", "SetCmdOn", request("4D").c_str()), 0);
-        EXPECT_EQ(feedback.take(), "TrigIP1 mute");
-        EXPECT_FALSE(isOn(busyTelnet));
-    }
-    EXPECT_TRUE(isLogged("the display does not listen: Connection refused")) << deviceLog();
-}
-
-TEST_F(DaemonsTest, TheNetworkServiceMovesThePortAndPutsAddressesIntoEffect) {
-    start("networkd");
-    {
-        const Answerer launcher("telnetLauncher", "listen", "fail in use");
-        EXPECT_EQ(lpc_proxy_call("networkd", "TelnetRestart", "2424"), 0);
-        EXPECT_EQ(launcher.calls(), 1);
-    }
-    EXPECT_TRUE(isLogged("2424: fail in use"));
-    EXPECT_EQ(lpc_proxy_call("networkd", "TelnetRestart", "2424"), 0) << "without a launcher, too";
-
-    constexpr char addressLeaf[] = R"({"network":{"eth0":{"ipSettings":{"ipaddr":""}}}})";
-    const std::string leased = status(addressLeaf);
-    user_config_update(R"({"network":{"eth0":{"bootProto":"STATIC","ipSettings":{"ipaddr":"10.0.0.9"}}}})");
-    waitUntil([&] { return status(addressLeaf) == R"("10.0.0.9")"; });
-    user_config_update(R"({"network":{"eth0":{"bootProto":"DHCP"}}})");
-    waitUntil([&] { return status(addressLeaf) == leased; });
-}
-
-TEST_F(DaemonsTest, TheSystemServiceRefusesKnownUsersAndEndsAnUpdate) {
-    start("systemd");
-    const auto add = [](const char* account) {
-        lpc_completion* completion = nullptr;
-        EXPECT_EQ(lpc_proxy_call_with_reply("systemd", "sshAddUser", account, &completion), 0);
-        EXPECT_EQ(lpc_completion_wait(completion, 9000), 0);
-        const std::string reply = lpc_completion_data(completion);
-        lpc_completion_destroy(completion);
-        return reply.substr(0, 4);
-    };
-    EXPECT_EQ(add(R"({"username":"daemon","password":"x","level":"Guest"})"), "fail");
-    EXPECT_EQ(add(R"({"username":"bob","password":"x","level":"Guest"})"), "ok");
-    EXPECT_EQ(add(R"({"username":"bob","password":"x","level":"Guest"})"), "fail");
-    EXPECT_EQ(lpc_proxy_call("systemd", "sshDelUser", "bob"), 0);
-    EXPECT_EQ(add(R"({"username":"bob","password":"x","level":"Guest"})"), "ok");
-    EXPECT_EQ(add("nonsense"), "fail");
-
-    constexpr char updating[] = R"({"system":{"update":{"progressEvent":{"isOn":false}}}})";
-    EXPECT_EQ(lpc_proxy_call("systemd", "sshUpdate", "On"), 0);
-    EXPECT_TRUE(isOn(updating));
-    waitUntil([&] { return !isOn(updating); });
 }
 
 TEST_F(DaemonsTest, FiveFailuresLockAClientOutForAWhile) {
@@ -355,35 +258,6 @@ class DeviceLock {
     int file_;
     sigset_t signals_;
 };
-
-TEST_F(DaemonsTest, TheUpgradeServiceResetsAndRestarts) {
-    const DeviceLock lock;
-    start("upgrade");
-    Listener changes("audioUserConfigChanged"), states("UpgradeSlaveVersionQuery");
-    constexpr char muteLeaf[] = R"({"audio":{"audOut":{"allMute":false}}})";
-    const std::string original = setting(muteLeaf);
-    user_config_update(original == "true" ? muteLeaf : R"({"audio":{"audOut":{"allMute":true}}})");
-    changes.take();
-    ASSERT_NE(setting(muteLeaf), original);
-
-    eventbus_publish("UpgradeSlaveVersionQuery", "Sys Default\r");
-    waitUntil([&] { return setting(muteLeaf) == original; });
-    eventbus_publish("audioUserConfigChanged", "the next one");
-    EXPECT_EQ(changes.take(), "the next one") << "the reset itself is announced leaf by leaf to nobody";
-
-    eventbus_publish("UpgradeSlaveVersionQuery", "Sys Reboot\r");
-    EXPECT_EQ(states.take(), "Sys Default\r");
-    EXPECT_EQ(states.take(), "Sys Reboot\r");
-    EXPECT_EQ(states.take(), "Web Reboot\r");
-    EXPECT_TRUE(lock.isSignalled());
-}
-
-TEST_F(DaemonsTest, OnlyTheHolderOfTheDeviceLockIsSignalled) {
-    std::ofstream(host::deviceLockPath()) << getpid() << "\n";
-    errno = 0;
-    EXPECT_FALSE(host::signalDevice(SIGUSR1));
-    EXPECT_EQ(errno, ESRCH);
-}
 
 TEST_F(DaemonsTest, StandInToolsWorkOnTheDeviceAlone) {
     const std::filesystem::path folder = host::inRoot("sbin");

@@ -54,17 +54,6 @@ TEST_F(LoginTest, ASecondUserLogsInWithItsOwnPassword) {
     EXPECT_EQ(result_, 1);
 }
 
-TEST_F(LoginTest, UnreadableAccountsLeaveTheStateAndForgetTheUser) {
-    answer({"Bob"});
-    fail("user_config_query_to_json_token", 1);
-    setLogLevel(5);
-    EXPECT_EQ(answer({"b2"}), "");
-    EXPECT_EQ(result_, expectingPassword);
-    EXPECT_EQ(logLines(), Lines{"5 json_token_new_object"});
-    answer({"b2"});
-    EXPECT_EQ(state_, expectingUserName) << "the first user's password was expected";
-}
-
 TEST_F(LoginTest, ReportsTheClientThatTheLauncherNamed) {
     setenv("TELNET_CLIENT_MAC", "", 1);
     EXPECT_TRUE(loginReport(true));

@@ -142,13 +142,4 @@ TEST_F(BusLoopDeathTest, TheBusRelayWritesBytesUntilItIsStopped) {
         testing::ExitedWithCode(0), "^$");
 }
 
-TEST_F(BusLoopDeathTest, AConsoleNeedsATerminal) {
-    EXPECT_EXIT(
-        {
-            dup2(open("/dev/null", O_RDONLY), STDIN_FILENO);
-            makeTerminalRaw();
-        },
-        testing::ExitedWithCode(1), "^tcgetattr: Inappropriate ioctl for device\n$");
-}
-
 }  // namespace

@@ -142,24 +142,6 @@ class StartAndEnd(unittest.TestCase):
             self.assertIn("settings.db.corrupt-", device.said())
             self.assertTrue(device.answers())
 
-    def test_what_cannot_be_started_ends_with_a_reason(self):
-        with socket.create_server(("127.0.0.1", 0)) as taken, tempfile.TemporaryDirectory() as folder:
-            os.mkdir(folder + "/documents")
-            for arguments, reason in (
-                (["--port", str(taken.getsockname()[1]), "--ports", "0,0,0"], "cannot listen on 127.0.0.1"),
-                (["--listen", "192.0.2.1", *ANY_PORTS], "warning: anyone who reaches 192.0.2.1 can operate"),
-                (["--root", folder, *ANY_PORTS], "not empty"),
-                (["--root", folder + "/" + "x" * 100, *ANY_PORTS], "too long"),
-                (["--ports", "1,2"], "usage:"),
-            ):
-                command = [os.environ["DEVICE"], "--root", folder + "/root", *arguments]
-                failed = subprocess.run(command, capture_output=True, text=True, timeout=20, check=False)
-                self.assertIn(failed.returncode, (1, 2), arguments)
-                self.assertEqual(failed.stdout, "")
-                self.assertIn(reason, failed.stderr)
-                self.assertEqual(processes_of(folder + "/root"), [])
-            self.assertNotEqual(stat.S_IMODE(os.stat(folder).st_mode) & 0o700, 0)
-
 
 class Restart(unittest.TestCase):
     def test_a_restart_ends_sessions_and_renews_the_status_alone(self):

@@ -30,29 +30,11 @@ class Input(unittest.TestCase):
             client.sendall(b"".join(IAC + bytes([verb, option]) for verb in (251, 253) for option in range(255)))
             self.assertEqual(client.ask(b"z", b"z"), b">z")
 
-    def test_each_byte_in_a_packet_of_its_own(self):
-        with Launcher() as launcher, launcher.client(0) as client:
-            client.read_until(b">")
-            for byte in b"a\xff\xfd\x01b\xff\xfa\x18xy\xff\xf0c":
-                client.sendall(bytes([byte]))
-            self.assertEqual(client.read_until(b"c"), b"abc")
-
-    def test_control_bytes_reach_the_console_as_bytes(self):
-        typed = bytes(byte for byte in range(255) if byte != 0x0D)
-        with Launcher() as launcher, launcher.client() as client:
-            self.assertEqual(client.ask(typed, typed[-1:]), b">" + typed)
-
 
 class Surroundings(unittest.TestCase):
     def ask(self, client, line):
         client.read_until(b">")
         return client.ask(b"!" + line + b"\r", DONE)[len(line) + 2 : -len(DONE)].decode()
-
-    def test_the_name_tells_the_port(self):
-        with Launcher() as launcher:
-            for index, name in enumerate(NAMES):
-                with launcher.client(index) as client:
-                    self.assertEqual(self.ask(client, b"name"), "/usr/bin/" + name)
 
     def test_the_environment_is_built_from_nothing(self):
         with Launcher() as launcher, launcher.client(0) as client:
@@ -67,23 +49,6 @@ class Surroundings(unittest.TestCase):
                     "MALLOC_ARENA_MAX": "1",
                 },
             )
-
-    def test_the_console_gets_its_terminal_and_nothing_else(self):
-        with Launcher() as launcher, launcher.client() as first, launcher.client() as client:
-            first.read_until(b">")
-            self.assertEqual(self.ask(client, b"descriptors"), "0 1 2 ")
-            client.sendall(b"!folder\r")
-            self.assertIn(os.path.realpath(launcher.root.name).encode(), client.read_until(DONE))
-
-    def test_a_root_without_the_stand_ins_is_refused(self):
-        with tempfile.TemporaryDirectory() as root:
-            for environment in ({"DEVICE_ROOT": root}, {}):
-                refused = subprocess.run(
-                    [os.environ["LAUNCHER"], "--port", "0", "--ports", "0,0,0"],
-                    env=environment, cwd=root, stderr=subprocess.PIPE, text=True, timeout=20, check=False,
-                )  # fmt: skip
-                self.assertEqual(refused.returncode, 1)
-                self.assertIn("not a complete device root", refused.stderr)
 
 
 class Endings(unittest.TestCase):
@@ -106,14 +71,6 @@ class Endings(unittest.TestCase):
                 client.ask(b"!stubborn\r", DONE)
                 end(client)
                 launcher.wait_for_sessions(0)
-
-    def test_a_reset_connection_ends_the_session(self):
-        with Launcher() as launcher, launcher.client() as client:
-            client.ask(b"!deaf\r", b"\r")
-            client.sendall(b"x" * 50_000)
-            client.setsockopt(socket.SOL_SOCKET, socket.SO_LINGER, struct.pack("ii", 1, 0))
-            client.close()
-            launcher.wait_for_sessions(0)
 
     def test_many_sessions_leave_nothing_behind(self):
         with Launcher() as launcher:
@@ -154,24 +111,6 @@ class Limits(unittest.TestCase):
             with launcher.client() as again:
                 again.read_until(b">")
 
-    def test_peers_are_refused_when_descriptors_run_out(self):
-        def few():
-            resource.setrlimit(resource.RLIMIT_NOFILE, (30, 30))
-
-        with Launcher(preexec=few) as launcher:
-            clients = [launcher.client() for _ in range(40)]
-            started = time.monotonic()
-            answers = [client.recv(1) for client in clients]
-            self.assertLess(time.monotonic() - started, 5)
-            self.assertGreaterEqual(answers.count(b">"), 5)
-            self.assertGreaterEqual(answers.count(b"T") + answers.count(b"N"), 20)
-            self.assertEqual(clients[0].ask(b"x", b"x"), b"x")
-            for client in clients:
-                client.close()
-            launcher.wait_for_sessions(0)
-            with launcher.client() as again:
-                again.read_until(b">")
-
     def test_a_peer_that_does_not_read_is_dropped_and_delays_nobody(self):
         with Launcher("--peer-patience", "1") as launcher, launcher.client() as reader:
             reader.read_until(b">")
@@ -183,14 +122,6 @@ class Limits(unittest.TestCase):
                     reader.ask(b"!name\r", DONE)
                     self.assertLess(time.monotonic() - asked, 1)
             self.assertEqual(reader.ask(b"x", b"x"), b"x")
-
-    def test_a_slow_reader_loses_nothing(self):
-        with Launcher("--peer-patience", "1") as launcher, launcher.client() as client:
-            client.sendall(b"!flood\r")
-            got = client.read_until(b"x")
-            while not got.endswith(DONE):
-                got += client.recv(10_000)
-            self.assertEqual(got.count(b"x"), 4_000_000)
 
     def test_input_for_a_console_that_does_not_read_is_bounded(self):
         with Launcher() as launcher, launcher.client() as client:

@@ -69,39 +69,4 @@ TEST(FactoryData, KeepsAnyTextUnderPlainKeys) {
     }
 }
 
-class Shell : public testing::Test {
-  protected:
-    void SetUp() override {
-        std::filesystem::create_directories(host::inRoot("mnt/mtd/bin"));
-        const std::string tool = host::inRoot("mnt/mtd/bin/tool");
-        host::replaceFile(tool, "#!/bin/sh\necho \"$# $1 $2\" > \"$DEVICE_ROOT/tool.out\"\nexit 3\n");
-        std::filesystem::permissions(tool, std::filesystem::perms::owner_all);
-        std::filesystem::remove(host::inRoot("tool.out"));
-    }
-
-    static std::string toolOutput() { return host::readFile(host::inRoot("tool.out")).value_or("(not run)"); }
-};
-
-TEST_F(Shell, FindsTheDevicesToolsBelowItsRoot) {
-    EXPECT_EQ(3, lsystem("/mnt/mtd/bin/tool -w 'two words'"));
-    EXPECT_EQ("2 -w two words\n", toolOutput());
-    EXPECT_EQ(127, lsystem("/mnt/mtd/bin/no_such_tool 2>/dev/null"));
-    EXPECT_EQ(127, lsystem("no_such_command_anywhere 2>/dev/null"));
-    EXPECT_EQ(128 + SIGTERM, lsystem("kill -TERM $$"));
-    EXPECT_EQ(0, lsystem("true"));
-}
-
-TEST_F(Shell, GivesACommandAWorldOfItsOwn) {
-    sigset_t blocked, before;
-    sigemptyset(&blocked);
-    sigaddset(&blocked, SIGTERM);
-    sigprocmask(SIG_BLOCK, &blocked, &before);
-    const auto handler = std::signal(SIGPIPE, SIG_IGN);
-    EXPECT_EQ(128 + SIGTERM, lsystem("kill -TERM $$"));
-    EXPECT_EQ(128 + SIGPIPE, lsystem("kill -PIPE $$"));
-    std::signal(SIGPIPE, handler);
-    sigprocmask(SIG_SETMASK, &before, nullptr);
-    EXPECT_EQ(1, lsystem("read line")) << "the operator's bytes are not the command's";
-}
-
 }  // namespace

@@ -79,13 +79,6 @@ TEST(Preparation, SetsADamagedFileAside) {
     EXPECT_EQ(defaults, contentOf(empty));
 }
 
-TEST(Preparation, FailsWhereNothingCanBeMade) {
-    const StoreKind nowhere = {"no/such/folder", "Changed", host::Durability::powerCut};
-    EXPECT_FALSE(host::prepareKeptStore(nowhere, defaults));
-    EXPECT_FALSE(host::prepareFreshStore(nowhere, defaults));
-    EXPECT_FALSE(host::prepareFreshStore(newKind(), "no document"));
-}
-
 /// Each tells the operator nothing false: an update fails, tells why, and announces nothing.
 void expectRefusal(Store& store, int error) {
     takePublished();
@@ -102,22 +95,6 @@ TEST(Damage, OfARunningStoreIsNoConfirmation) {
     expectRefusal(store, EBADMSG);
     EXPECT_EQ(std::nullopt, store.readText("{}"));
     EXPECT_NE(std::string::npos, logText().find(kind.databasePath() + ": database disk image is malformed"));
-}
-
-TEST(Damage, AFileThatWasMovedAwayTakesNothing) {
-    const StoreKind kind = newStore(defaults);
-    Store store(kind);
-    ASSERT_TRUE(store.update(R"({"a":{"x":2}})"));
-    ASSERT_TRUE(host::prepareFreshStore(kind, defaults));
-    expectRefusal(store, ESTALE);
-    EXPECT_EQ(defaults, contentOf(kind));
-}
-
-TEST(Damage, AMissingStoreAnswersNothing) {
-    Store store(newKind());
-    expectRefusal(store, ENOENT);
-    EXPECT_FALSE(store.readLeaf(R"({"a":{"x":0}})", [](json_object* /*leaf*/) { return true; }));
-    EXPECT_EQ(nullptr, store.readTree("{}"));
 }
 
 TEST(Damage, AFullDiskStoresNothing) {

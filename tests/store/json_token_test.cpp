@@ -12,22 +12,6 @@ Token parse(const std::string& text) { return {json_token_parse(text.c_str()), j
 
 std::string textOf(const Token& token) { return json_token_to_string(token.get()); }
 
-TEST(JsonToken, FindsValuesByPathAndType) {
-    const Token root = parse(R"({"a":{"b":[{"c":"text"},7,true,null,{"":1}],"n":-3}})");
-    EXPECT_STREQ("text", json_token_object_walk_get_string(root.get(), "a.b[0].c", "none"));
-    EXPECT_EQ(7, json_token_object_walk_get_int(root.get(), "a.b[1]", -1));
-    EXPECT_EQ(1, json_token_object_walk_get_boolean(root.get(), "a.b[2]", -1));
-    EXPECT_EQ(-3, json_token_object_walk_get_int(root.get(), "a.n", -1));
-    EXPECT_EQ(5, json_token_array_length(json_token_object_walk_get_array(root.get(), "a.b")));
-    EXPECT_NE(nullptr, json_token_object_walk_get_object(root.get(), "a.b[0]"));
-    // Another type is as good as missing.
-    EXPECT_STREQ("none", json_token_object_walk_get_string(root.get(), "a.b[1]", "none"));
-    EXPECT_EQ(-1, json_token_object_walk_get_int(root.get(), "a.b[2]", -1));
-    EXPECT_EQ(-1, json_token_object_walk_get_boolean(root.get(), "a.b[1]", -1));
-    EXPECT_EQ(nullptr, json_token_object_walk_get_array(root.get(), "a"));
-    EXPECT_EQ(nullptr, json_token_object_walk_get_object(root.get(), "a.b[3]"));
-}
-
 TEST(JsonToken, HostilePathsFindAndMakeNothing) {
     const Token root = parse(R"({"a":[1,{"b":2}],"":{"x":1}})");
     const std::string before = textOf(root);
@@ -38,15 +22,6 @@ TEST(JsonToken, HostilePathsFindAndMakeNothing) {
         EXPECT_NE(0, json_token_object_walk_set_object(root.get(), path, json_token_new_object())) << path;
         EXPECT_EQ(before, textOf(root)) << path;
     }
-}
-
-TEST(JsonToken, SettingMakesWhatIsMissingOnTheWay) {
-    const Token root(json_token_new_object(), json_token_ref_put);
-    EXPECT_EQ(0, json_token_object_walk_set_string(root.get(), "account.users[1].username", "bob"));
-    EXPECT_EQ(0, json_token_object_walk_set_string(root.get(), "account.users[0].username", "root"));
-    EXPECT_EQ(0, json_token_object_walk_set_object(root.get(), "account.users[0].more", json_token_new_object()));
-    EXPECT_EQ(0, json_token_object_walk_set_string(root.get(), "account.users[0].username", "admin/1"));
-    EXPECT_EQ(R"({"account":{"users":[{"username":"admin/1","more":{}},{"username":"bob"}]}})", textOf(root));
 }
 
 TEST(JsonToken, ArraysGrowWithinBounds) {

@@ -67,18 +67,6 @@ TEST(Durability, CostsOneSyncASet) {
     EXPECT_EQ(0, syncs);
 }
 
-TEST(Durability, CheckpointsKeepTheLogSmall) {
-    const StoreKind kind = newStore(R"({"a":""})");
-    Store store(kind);
-    const host::Database log(kind.databasePath(), kind.durability);
-    for (int i = 0; i < 40; ++i) {
-        const std::string big(200'000, static_cast<char>('a' + i % 26));
-        ASSERT_TRUE(store.update((R"({"a":")" + big + R"("})").c_str()));
-        ASSERT_TRUE(store.checkpoint());
-        ASSERT_LT(log.logSize(), 1 << 20);
-    }
-}
-
 TEST(Writers, LoseNoUpdateOfEachOther) {
     constexpr int writers = 8, rounds = 40;
     const StoreKind kind = newStore(R"({"common":-1})", Durability::powerCut);
@@ -204,23 +192,6 @@ TEST(Readers, SeeWhatAnotherProcessHasConfirmed) {
     readOn();
     other.join();
     EXPECT_EQ(0, statusOf(writer));
-}
-
-TEST(Threads, ShareOneStore) {
-    const StoreKind kind = newStore("{}");
-    Store store(kind);
-    const auto work = [&store](int id) {
-        const std::string name = "t" + std::to_string(id);
-        for (int i = 0; i < 200; ++i) {
-            ASSERT_TRUE(store.update(
-                ("{\"" + name + "\":" + std::to_string(i) + ",\"common\":" + std::to_string(i) + "}").c_str()));
-            ASSERT_EQ(i, readInt(store, ("{\"" + name + "\":0}").c_str()));
-            ASSERT_GE(readInt(store, R"({"common":0})"), 0);
-        }
-    };
-    std::array<std::thread, 4> threads;
-    for (std::size_t i = 0; i < threads.size(); ++i) threads[i] = std::thread(work, static_cast<int>(i));
-    for (std::thread& thread : threads) thread.join();
 }
 
 TEST(Fork, CarriesNoConnectionAcross) {

@@ -54,23 +54,6 @@ TEST(Store, AnnouncesEveryBranchThatChangedInItsOwnWords) {
     EXPECT_NE(std::string::npos, logText().find("videoChanged: not published"));
 }
 
-TEST(Store, ReplacesEverythingInSilence) {
-    Store store(newStore(R"({"a":{"x":1},"b":2})"));
-    takePublished();
-    EXPECT_EQ("2", store.readText(R"({"b":0})"));
-    int value = 0;
-    const host::LeafReader reader = [&value](json_object* leaf) {
-        value = leaf == nullptr ? -1 : json_object_get_int(leaf);
-        return true;
-    };
-    EXPECT_TRUE(store.readLeaf(R"({"a":{"x":0}})", reader));
-    EXPECT_TRUE(store.replaceAll(R"({"a":{"x":7},"c":3})"));
-    EXPECT_EQ(R"({"a":{"x":7},"c":3})", contentOf(store));
-    EXPECT_TRUE(store.readLeaf(R"({"a":{"x":0}})", reader));
-    EXPECT_EQ(7, value);
-    EXPECT_EQ(Events{}, takePublished());
-}
-
 TEST(Store, RefusesWhatItCouldNotStoreAsItStands) {
     Store store(newStore(R"({"a":1})"));
     takePublished();
@@ -105,29 +88,6 @@ TEST(Store, RefusesWhatItCouldNotStoreAsItStands) {
     }
     EXPECT_EQ(R"({"a":1})", contentOf(store));
     EXPECT_EQ(Events{}, takePublished());
-}
-
-TEST(Store, TellsAnyKeysApart) {
-    Store store(newStore("{}"));
-    const char* document =
-        R"({"a":{"b":1},"a.b":2,"a/b":3,"a~1b":4,"a~":{"b":5},"":{"":6,"/":7},"a\"b'":8,"a\u0001":9,"a0":10,"a!":11})";
-    EXPECT_TRUE(store.update(document));
-    for (const auto& [query, value] : {std::pair{R"({"a":{"b":0}})", "1"},
-                                       {R"({"a.b":0})", "2"},
-                                       {R"({"a/b":0})", "3"},
-                                       {R"({"a~1b":0})", "4"},
-                                       {R"({"a~":{"b":0}})", "5"},
-                                       {R"({"":{"":0}})", "6"},
-                                       {R"({"":{"/":0}})", "7"},
-                                       {R"({"a\"b'":0})", "8"},
-                                       {R"({"a\u0001":0})", "9"},
-                                       {R"({"a":{}})", R"({"b":1})"}}) {
-        EXPECT_EQ(value, store.readText(query)) << query;
-    }
-    // Replacing one touches none of its neighbours.
-    EXPECT_TRUE(store.update(R"({"a":0})"));
-    EXPECT_EQ(R"({"":{"":6,"/":7},"a":0,"a\u0001":9,"a!":11,"a\"b'":8,"a.b":2,"a0":10,"a~":{"b":5},"a~1b":4,"a/b":3})",
-              contentOf(store));
 }
 
 /// What the program sees, on the stores of this process.
@@ -200,34 +160,6 @@ TEST_F(Queries, FailOnAnotherType) {
     ASSERT_EQ(0, user_status_update(R"({"time":{"status":{"bootUpTime":1795231879.250000}}})"));
     EXPECT_NE(0, user_status_query_double(R"({"time":{"status":{"bootUpTime":0.000000}}})", &bootTime));
     EXPECT_EQ(1795231879.25, bootTime);
-}
-
-TEST_F(Queries, AnswerWithTheTreeBelowItsFullPath) {
-    EXPECT_EQ(R"({"account":{"users":[{"username":"root","password":"root","level":"Administrator"}]}})",
-              token(R"({"account":{}})"));
-    EXPECT_EQ(R"({"system":{"key":{"lock":false}}})", token(R"({"system":{"key":{}}})"));
-    EXPECT_EQ(R"({"system":{"broadcast":true}})", token(R"({"system":{"broadcast":false}})"));
-    EXPECT_EQ("(none)", token(R"({"system":{"nothing":{}}})"));
-    EXPECT_EQ("(none)", token("nonsense"));
-}
-
-TEST_F(Queries, GiveBackAnyText) {
-    std::string everyByte;
-    std::string document = R"({"text":{"any":")";
-    for (int byte = 1; byte < 256; ++byte) {
-        everyByte += static_cast<char>(byte);
-        if (byte < 0x20 || byte == '"' || byte == '\\') {
-            char escape[8];
-            std::snprintf(escape, sizeof escape, "\\u%04x", static_cast<unsigned>(byte));
-            document += escape;
-        } else {
-            document += static_cast<char>(byte);
-        }
-    }
-    ASSERT_EQ(0, user_config_update((document + R"("}})").c_str()));
-    EXPECT_EQ(everyByte, text(R"({"text":{"any":""}})"));
-    ASSERT_EQ(0, user_config_update(R"({"text":{"any":"%n ' OR 1=1; -- \\u0000"}})"));
-    EXPECT_EQ("%n ' OR 1=1; -- \\u0000", text(R"({"text":{"any":""}})"));
 }
 
 TEST_F(Queries, SeeAChangeAtOnceAndNoOther) {

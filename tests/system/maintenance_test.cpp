@@ -22,15 +22,6 @@ TEST_F(MaintenanceTest, RebootsWhetherAskedForOrRefused) {
     EXPECT_EQ(shellLines(), Lines{"reboot"});
 }
 
-TEST_F(MaintenanceTest, SwitchesTheLogs) {
-    EXPECT_EQ(type("debug on", "debug off", "dbg977", "dbg977"),
-              "debug on\r\ndebug off\r\nInto 977 Debug Mode...\r\nLeave 977 Debug Mode...\r\n");
-    EXPECT_EQ(updates(), (Lines{R"({"system":{"debug":true}})", R"({"system":{"debug":false}})",
-                                R"({"system":{"dbg977":true}})", R"({"system":{"dbg977":false}})"}));
-    EXPECT_EQ(shellLines(), (Lines{"/mnt/mtd/bin/apploggertool -a console debug", "/mnt/mtd/bin/apploggertool -d",
-                                   "mnt/mtd/bin/apploggertool -a console debug", "mnt/mtd/bin/apploggertool -d"}));
-}
-
 TEST_F(MaintenanceTest, GivesItsOrdersToTheServices) {
     for (const std::string line : {"Update", "USBSW x", "USBSW 1", "USBSW 2", "USBSW 3", "debug MCU"}) {
         EXPECT_EQ(type(line), line + "\r\n");

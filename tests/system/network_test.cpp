@@ -34,14 +34,6 @@ TEST_F(NetworkTest, ReportsTheAddressesThatFitProtocolAndLinks) {
     }
 }
 
-TEST_F(NetworkTest, SwitchesDhcp) {
-    setConfig(R"({"network":{"eth0":{"bootProto":"dhcp"}}})");
-    EXPECT_EQ(type("IPDHCP sta", "IPDHCP off", "IPDHCP sta"), "IPDHCP on\r\nIPDHCP off\r\nIPDHCP off\r\n");
-    setBroadcast();
-    EXPECT_EQ(type("IPDHCP off", "IPDHCP on"), "");
-    EXPECT_EQ(published(), Lines{R"(networkUserConfigChanged {"network":{"eth0":{"bootProto":"STATIC"}}})"});
-}
-
 TEST_F(NetworkTest, StoresAStaticAddressInOneStep) {
     const std::string line = "IPStatic  1.2.3.4   5.6.7.8 9.10.11.12 ";
     const std::string document =
@@ -49,19 +41,6 @@ TEST_F(NetworkTest, StoresAStaticAddressInOneStep) {
     EXPECT_EQ(type(line, line), line + "\r\n" + line + "\r\n");
     EXPECT_EQ(updates(), Lines{document});
     EXPECT_EQ(published(), Lines{"networkUserConfigChanged " + document});
-}
-
-TEST_F(NetworkTest, MovesTheTelnetPort) {
-    EXPECT_EQ(type("IPPort 65535", "IPPort sta"), "IPPort 65535\r\nIPPort 65535\r\n");
-    setBroadcast();
-    EXPECT_EQ(type("IPPort 1", "IPPort 1"), "");
-    EXPECT_EQ(published(), Lines{R"(networkUserConfigChanged {"network":{"telnet":{"telnetPort":1}}})"});
-    EXPECT_EQ(calls(), (Lines{"networkd TelnetRestart 65535", "networkd TelnetRestart 1", "networkd TelnetRestart 1"}));
-}
-
-TEST_F(NetworkTest, TellsTheIdleTimeoutAsItWasTyped) {
-    EXPECT_EQ(type("IPTimeout 0", "IPTimeout never", "IPTimeout STA", "IPTimeout 3600", "IPTimeout sta"),
-              "IPTimeout 0\r\nIPTimeout never\r\nIPTimeout never\r\nIPTimeout 3600\r\nIPTimeout 3600\r\n");
 }
 
 TEST_F(NetworkTest, LoginModeEndsTheConsolesOnlyWithBroadcastOff) {

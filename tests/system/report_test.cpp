@@ -37,11 +37,6 @@ TEST_F(ReportTest, KeepsThePlacesOfItemsForPrograms) {
     EXPECT_EQ(type("System dev", "Version", "Version1830", "Type"), "%;%;%;%;%;%;HTTP Port: 80%;%;%;%;\r\n");
 }
 
-TEST_F(ReportTest, TellsTheVersionThatTheSuffixNames) {
-    EXPECT_EQ(type("Version", "VersionMCU", "VersionTRRX", "Version977", "Version1830", "Type"),
-              "1.0.7\r\n1.0.7\r\n2.1\r\n9.7\r\n4.4\r\nM-100\r\n");
-}
-
 TEST(Uptime, DropsFractionsAndSurvivesNonsense) {
     EXPECT_STREQ(formatUptime(90061.9).c_str(), "01 01:01:01");
     EXPECT_STREQ(formatUptime(86400.0 * 124 - 1).c_str(), "123 23:59:59");

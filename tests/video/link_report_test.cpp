@@ -129,13 +129,6 @@ TEST_F(LinkReport, UpdateIsGatedByTheKnownDevices) {
               (Lines{txMaxErrors, rxMaxErrors, rxMse, txState(""), rxState("")}));
 }
 
-TEST_F(LinkReport, ARefusedDocumentKeepsNoOtherBack) {
-    failAfter("user_status_update", 1, ENOSPC);
-    EXPECT_EQ(captureErrors([] { linkReport("update", tr3422Sender.c_str(), tr3422Receiver.c_str()); }),
-              "user_config_update: No space left on device\n");
-    EXPECT_EQ(updates(), (Lines{txMaxErrors, txMse, rxMse, txState("TR3422"), rxState("TR3422")}));
-}
-
 TEST_F(LinkReport, WhoAskedDecidesTheReport) {
     const std::string stat = R"(,"respondFrom":"stat","requestStatusValue":"ber","trigerBy":)";
     EXPECT_EQ(answer(stat + R"("RS232")"), report("allhex"));

@@ -40,14 +40,6 @@ TEST_F(RelayGpio, SetsTheLevelOfTheLine) {
     EXPECT_EQ(contents(), "206 out 0 ");
 }
 
-TEST_F(RelayGpio, AnyOtherWordLeavesTheLevel) {
-    turn("");
-    turn(nullptr);
-    EXPECT_EQ(contents(), "? ? ? ");
-    turn("ON");
-    EXPECT_EQ(contents(), "206 out ? ");
-}
-
 TEST_F(RelayGpio, EndsTheProcessWhenAFileIsMissing) {
     // The complaints go to standard output, of which a death test sees nothing: it is sent to standard error there.
     const auto turnOn = [this] {

@@ -89,36 +89,6 @@ TEST_F(Triggers, ABusyTransportOrAMissingTextDropsTheCommand) {
     EXPECT_EQ(calls(), Lines{"displayControlTelnetClient " + powerRequest});
 }
 
-TEST_F(Triggers, ARepeatedStringIsRepeatedInItsFirstPieceOnly) {
-    setConfig(commands(R"({"repeat":true,"repeatTimes":3,"commandWait":true})"));
-    store("on", "2c 41  42 2c 43 2c 2c 44", "None");
-    sendTrigger(rs232, powerOn);
-    const auto piece = [](const char* words, int waits, int count, int leading) {
-        return "displayControl " +
-               request(words, "4F 4B 0A",
-                       R"("fbEndNone":1,"leadingFlag":)" + std::to_string(leading) + R"(,"writeNull":0,"readNull":0)",
-                       "\"fiveSecDelay\":" + std::to_string(waits) + R"( ,"fbVerify":1 ,"sendcount":)" +
-                           std::to_string(count) + " ");
-    };
-    EXPECT_EQ(calls(), (Lines{piece("41 42", 1, 3, 1), piece("43", 1, 1, 0), piece("44", 2, 1, 0)}));
-}
-
-TEST_F(Triggers, TheWalkEndsWithWhatIsLeftEvenIfThatIsNothing) {
-    const auto walk = [](const char* content) {
-        std::string pieces;
-        sendInPieces(content, [&pieces](const TriggerPiece& piece) {
-            pieces += "[" + std::string(piece.words.c_str()) + "]" + std::to_string(piece.waits);
-            return true;
-        });
-        return pieces;
-    };
-    EXPECT_EQ(walk("41 2c 42 2c 2c 43"), "[41]0[42]1[43]2");
-    EXPECT_EQ(walk("41 2c"), "[41]0[]1");
-    EXPECT_EQ(walk("2c 2c"), "[]2");
-    EXPECT_EQ(walk(" 2C 2cc c2 "), "[2C 2cc c2]0");
-    EXPECT_EQ(walk(""), "[]0");
-}
-
 TEST_F(Triggers, AFailedCallFreesTheTransportAndEndsThePieces) {
     setConfig(commands(R"({"commandWait":true})"));
     store("on", "41 2c 42 2c 43", "CR");
@@ -152,29 +122,6 @@ TEST_F(Triggers, TheButtonSendsOverTheConfiguredControlType) {
     }
     EXPECT_EQ(calls(), (Lines{"displayControl " + request("4D 0D", "4D 0D"),
                               "displayControlTelnetClient " + request("4D 0D", "4D 0D"), "intermcud TrigCEC mute"}));
-}
-
-TEST_F(Triggers, TheButtonStoresAndTellsThePower) {
-    EXPECT_EQ(typed("DispBtn sta"), "");
-    EXPECT_EQ(typed("DispBtn tog"), "DispBtn on\r\n");
-    EXPECT_EQ(typed("DispBtn tog"), "DispBtn off\r\n");
-    EXPECT_EQ(typed("DispBtn sta"), "DispBtn off\r\n");
-    setConfig(R"({"system":{"broadcast":true}})");
-    EXPECT_EQ(typed("DispBtn on"), "");
-    EXPECT_EQ(published(), Lines{"CommandFeedback DispBtn on"});
-    EXPECT_EQ(config(output(R"({"buttonControl":{"power":""}})")), "\"on\"");
-    fail("user_config_update");
-    EXPECT_EQ(typed("DispBtn off"), "");
-    EXPECT_EQ(published().size(), 1U);
-    EXPECT_EQ(typed("DispBtn"), "Command FAILED: (DispBtn)\r\n");
-}
-
-TEST_F(Triggers, CecIsAnnouncedAndNeverStored) {
-    fail("lpc_proxy_call", 1);
-    EXPECT_EQ(typed("TrigCEC vol+"), "TrigCEC vol+\r\n");
-    EXPECT_EQ(published(), Lines{"controlUserConfigChanged " + output(R"({"triger":{"cec":"vol+"}})")});
-    EXPECT_EQ(updates(), Lines{});
-    EXPECT_EQ(typed("TrigCEC2 on"), "Command FAILED: (TrigCEC2 on)\r\n");
 }
 
 TEST_F(Triggers, EndWordsAreShownInBrackets) {
