@@ -30,11 +30,6 @@ std::string everyByte() {
     return bytes;
 }
 
-std::string readAll(const std::string& path) {
-    std::ifstream file(path);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
 /// Runs `act`, which must fail, in at most `limit`; returns its errno.
 template <typename Act>
 int errorWithin(std::chrono::milliseconds limit, Act act) {

@@ -68,7 +68,6 @@ bool isOn(const char* statusLeaf) {
 }
 
 std::string status(const char* query) { return host::statusStore().readText(query).value_or("nothing"); }
-std::string setting(const char* query) { return host::settingsStore().readText(query).value_or("nothing"); }
 
 /// Stores a control string of the display's triggers.
 void storeTrigger(const std::string& key, const std::string& content, const std::string& end, bool isPaced = false) {
