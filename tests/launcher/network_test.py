@@ -11,12 +11,10 @@ from programs import wait_until
 SERVER, CLIENT = (f"console{os.getpid()}{side}" for side in "ab")
 ADDRESS = "10.99.0.1"
 HARDWARE_ADDRESS = "02:00:00:00:00:07"
-HERE = os.path.dirname(os.path.abspath(__file__))
 
 # Two sessions: one that nothing happens in, and one with output on its way.
 CLIENTS = f"""
 import sys
-sys.path.insert(0, "{HERE}")
 from programs import Client
 idle, busy = (Client(int(port), address="{ADDRESS}") for port in sys.argv[1:])
 print(idle.ask(b"!environment\\r", b"!done\\n"), flush=True)
