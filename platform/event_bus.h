@@ -21,11 +21,11 @@ eventbus* eventbus_open(void);
 /// back later makes eventbus_on_data_available() fail.
 int eventbus_subscribe(eventbus* bus, const char* event, eventbus_callback callback, void* user_data);
 
-/// Descriptor to wait on for input.
+/// Descriptor to wait on for input. It may be another one after eventbus_on_data_available().
 int eventbus_fileno(eventbus* bus);
 
 /// Runs the callbacks of what has arrived, on the calling thread; while anything is left the descriptor stays readable.
-/// Returns 0 on success; non-zero with errno set when the bus is gone.
+/// Returns 0 on success; non-zero with errno set when the bus is gone. It may wait for a bus that is started again.
 int eventbus_on_data_available(eventbus* bus);
 
 /// Closes the connection and releases the handle. NULL is allowed.

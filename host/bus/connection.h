@@ -49,6 +49,9 @@ inline bool failBus(int result) {
     return false;
 }
 
+/// Whether an errno tells that the bus has ended the connection.
+inline bool isDisconnect(int error) { return error == ECONNRESET || error == ENOTCONN || error == EPIPE; }
+
 /// How the C interfaces report: 0 for success, with errno left as it is for failure.
 inline int statusOf(bool success) { return success ? 0 : -1; }
 

@@ -6,17 +6,26 @@
 #include "host/bus/subscriptions.h"
 #include "host/bus/text_message.h"
 
+#include <algorithm>
 #include <cstring>
 #include <list>
 #include <memory>
+#include <thread>
 
 using host::failBus;
 using host::statusOf;
 
 namespace {
 
+using namespace std::chrono_literals;
+
+/// A bus that has ended is started again, and whoever listened to it hears it again, unless it stays away for longer.
+constexpr auto returnLimit = 30s;
+constexpr auto returnPause = 50ms;
+
 struct Subscription {
     eventbus* bus;
+    std::string event;
     eventbus_callback callback;
     void* userData;
 };
@@ -44,6 +53,7 @@ struct eventbus {
     std::size_t confirmed = 0;              // how many of them the bus has answered
     int refusal = 0;                        // the error of one that it refused
     std::size_t received = 0;               // events
+    bool endsWithBus = false;
 };
 
 namespace {
@@ -64,6 +74,29 @@ int onSubscribed(sd_bus_message* reply, void* userData, sd_bus_error* /*error*/)
     return 1;
 }
 
+bool subscribe(Subscription& subscription) {
+    const std::string match = "type='signal',interface='" + host::eventInterface(subscription.event.c_str()) + "'";
+    const int result = sd_bus_add_match_async(subscription.bus->connection.bus(), nullptr, match.c_str(), onEvent,
+                                              onSubscribed, &subscription);
+    return result >= 0 || failBus(result);
+}
+
+/// Connects anew with the subscriptions there were. What was published in between is lost.
+bool resume(eventbus& bus) {
+    bus.confirmed = 0;
+    bus.refusal = 0;
+    return bus.connection.open() && std::all_of(bus.subscriptions.begin(), bus.subscriptions.end(), subscribe);
+}
+
+bool resumeWhenBack(eventbus& bus) {
+    const host::Deadline deadline(returnLimit);
+    while (!resume(bus)) {
+        if (deadline.isOver()) return false;
+        std::this_thread::sleep_for(returnPause);
+    }
+    return true;
+}
+
 }  // namespace
 
 eventbus* eventbus_open() {
@@ -73,11 +106,7 @@ eventbus* eventbus_open() {
 
 int eventbus_subscribe(eventbus* bus, const char* event, eventbus_callback callback, void* user_data) {
     if (!host::isBusName(event)) return statusOf(failBus(-EINVAL));
-    Subscription& subscription = bus->subscriptions.emplace_back(Subscription{bus, callback, user_data});
-    const std::string match = "type='signal',interface='" + host::eventInterface(event) + "'";
-    const int result =
-        sd_bus_add_match_async(bus->connection.bus(), nullptr, match.c_str(), onEvent, onSubscribed, &subscription);
-    return statusOf(result >= 0 || failBus(result));
+    return statusOf(subscribe(bus->subscriptions.emplace_back(Subscription{bus, event, callback, user_data})));
 }
 
 bool host::waitUntilSubscribed(eventbus* bus) {
@@ -85,6 +114,8 @@ bool host::waitUntilSubscribed(eventbus* bus) {
     return processUntil(bus->connection.bus(), Deadline(busLimit), isConfirmed) &&
            (bus->refusal == 0 || failBus(-bus->refusal));
 }
+
+void host::endWithBus(eventbus* bus) { bus->endsWithBus = true; }
 
 int eventbus_fileno(eventbus* bus) { return bus->connection.descriptor(); }
 
@@ -95,6 +126,7 @@ int eventbus_on_data_available(eventbus* bus) {
     // and nobody has to look for it in vain.
     while (handled > 0 && bus->received == before) handled = sd_bus_process(bus->connection.bus(), nullptr);
     if (handled >= 0) handled = -bus->refusal;
+    if (host::isDisconnect(-handled) && !bus->endsWithBus) return statusOf(resumeWhenBack(*bus));
     return statusOf(handled >= 0 || failBus(handled));
 }
 

@@ -17,8 +17,6 @@ bool sendOver(Connection& connection, const Send& send) {
     return false;
 }
 
-bool isDisconnect(int error) { return error == ECONNRESET || error == ENOTCONN || error == EPIPE; }
-
 }  // namespace
 
 bool sendFromThread(const Send& send) {

@@ -46,6 +46,7 @@ bool Daemon::openEvents() {
     events_ = eventbus_open();
     failIf(events_ == nullptr, "eventbus_open");
     if (events_ == nullptr) return false;
+    endWithBus(events_);
     watches_.emplace_back(loop_, eventbus_fileno(events_),
                           [this] { failIf(eventbus_on_data_available(events_) != 0, "eventbus_on_data_available"); });
     return true;
