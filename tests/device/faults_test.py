@@ -1,0 +1,113 @@
+"""A whole device whose parts are killed, stopped or talk nonsense while consoles are open."""
+
+import contextlib
+import os
+import signal
+import time
+import unittest
+
+from device import Device
+from programs import wait_until
+
+EVENTS = ["controlUserConfigChanged", "configUserConfigChanged", "audioUserConfigChanged", "videoUserConfigChanged",
+          "networkUserConfigChanged", "systemUserConfigChanged", "videoStatusConfigChanged",
+          "systemStatusConfigChanged", "UpgradeSlaveVersionQuery", "CommandFeedback"]
+
+CALLS = {"displayControl": "HexRS232zone", "displayControlTelnetClient": "SetCmdOn", "networkd": "TelnetRestart",
+         "systemd": "sshAddUser", "intermcud": "trigerUsb", "kxcmdd": "receiveFromUartString",
+         "bruteForceAttacksd": "cgiLoginFailedMacaddr"}
+
+NONSENSE = ["", "{", "]", "null", "17", '"text"', "[[]]", '{"control":', "%n%s%x%99999d", "\\ufffe\\", "\x01\x1b[2J",
+            "{\"a\":" * 40 + "1" + "}" * 40, "[" * 100_000, '{"' + "k" * 100_000 + '":1}',
+            '{"control":null,"video":[],"audio":"on","system":{"broadcast":{}},"network":7}',
+            '{"network":{"telnet":{"tcpipTimeout":99999999999999999999}}}',
+            '{"system":{"kvm":{"linkState":{"link0":"x"}}},"control":{"displayControl":{"output1":{"triger":{"rs232":{}}}}}}']
+
+
+@contextlib.contextmanager
+def frozen(pid):
+    os.kill(pid, signal.SIGSTOP)
+    try:
+        yield
+    finally:
+        os.kill(pid, signal.SIGCONT)
+
+
+class Faults(unittest.TestCase):
+    def answers_within(self, seconds, console):
+        """All that the console prints until it has answered another line, which takes no longer than that."""
+        console.settimeout(seconds)
+        return console.ask(b"?\r", b"Command FAILED: (?)\r\n")
+
+    def gone(self, device, name, number):
+        """Ends a process of the device; returns when its successor runs."""
+        before = device.child(name)
+        os.kill(before, number)
+        wait_until(lambda: device.child(name) not in (0, before), f"another {name}")
+        self.assertIn(f"{name} ended (signal {number}) and is started again", device.said())
+
+    def shows_a_change(self, console, other):
+        """Whether a change that is typed on one is seen on the other; the value is another one each time."""
+        self.word = {"on": "off"}.get(getattr(self, "word", "off"), "on")
+        line = f"HDMIAUD {self.word}\r".encode()
+        console.sendall(line)
+        other.settimeout(0.5)
+        try:
+            return other.read_until(line + b"\n")
+        except TimeoutError:
+            return b""
+
+    def test_open_consoles_outlive_a_bus_that_is_killed(self):
+        with Device() as device, device.console() as one, device.console() as two:
+            wait_until(lambda: self.shows_a_change(one, two), "changes on the other console")
+            self.gone(device, "dbus-daemon", signal.SIGKILL)
+            self.answers_within(5, one), self.answers_within(5, two)
+            wait_until(lambda: self.shows_a_change(one, two), "changes on the other console again")
+            wait_until(lambda: self.shows_a_change(two, one), "and the other way round")
+
+    def test_a_bus_that_stands_still_delays_a_change_for_a_bounded_time_and_a_query_not_at_all(self):
+        with Device() as device, device.console() as one, device.console() as two:
+            wait_until(lambda: self.shows_a_change(one, two), "changes on the other console")
+            with frozen(device.child("dbus-daemon")):
+                one.sendall(b"HDMISW sta\r"), self.answers_within(1.5, one)
+                for line in (b"Blink on\r", b"Blink off\r", b"USBSW 1\r", b"TrigRS1 on\r"):
+                    one.sendall(line), self.answers_within(12, one)
+                with device.console() as three:
+                    three.sendall(b"Blink sta\r")
+                    self.assertIn(b"Blink off\r\n", self.answers_within(5, three))
+            wait_until(lambda: self.shows_a_change(one, two), "changes on the other console again")
+
+    def test_a_daemon_that_stands_still_fails_a_call_in_bounded_time_and_delays_nobody_else(self):
+        with Device() as device, device.console() as one, device.console() as two:
+            with frozen(device.child("intermcud")):
+                one.sendall(b"USBSW 1\r")
+                one.read_until(b"USBSW 1\r\r\n")
+                begin = time.monotonic()
+                two.sendall(b"Blink sta\r"), self.answers_within(1.5, two)
+                self.answers_within(12, one)
+                self.assertGreater(time.monotonic() - begin, 1, "the daemon stood still")
+            one.sendall(b"USBSW 2\r"), self.answers_within(3, one)
+            self.assertIn("call intermcud trigerUsb", device.ctl("calls").stdout)
+
+    def test_a_slow_daemon_is_waited_for(self):
+        with Device() as device, device.console() as one:
+            with frozen(device.child("systemd")):
+                one.ask(b"IPAddUser bob pw\r", b"IPAddUser bob pw\r\n")
+            self.assertIn(b"TCP/IP user was added\r\n", self.answers_within(12, one))
+
+    def test_nonsense_on_the_bus_neither_ends_nor_deafens_a_console(self):
+        with Device() as device, device.console() as one, device.console() as two:
+            wait_until(lambda: self.shows_a_change(one, two), "changes on the other console")
+            for event in EVENTS:
+                for text in NONSENSE:
+                    device.ctl("publish", event, text)
+            self.assertIn(b"%n%s%x%99999d\r\n", self.answers_within(5, two))
+            wait_until(lambda: self.shows_a_change(one, two), "changes on the other console again")
+            for service, method in CALLS.items():
+                for text in NONSENSE:
+                    device.ctl("call", service, method, text)
+            self.assertNotIn("ended", device.said())
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)
