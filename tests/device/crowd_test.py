@@ -1,0 +1,199 @@
+"""A whole device under many consoles.
+
+CROWD_SECONDS is how long they type, CROWD_CYCLES how many connect, ask and leave: 60 and 10000 by hand, less otherwise.
+"""
+
+import collections
+import concurrent.futures
+import os
+import re
+import selectors
+import socket
+import time
+import unittest
+
+from device import Device
+from programs import Client, children_of, descriptors_of, memory_of, wait_until
+
+SECONDS = float(os.environ.get("CROWD_SECONDS", "3"))
+CYCLES = int(os.environ.get("CROWD_CYCLES", "500"))
+SESSIONS = 100
+MOST_FROM_ONE_ADDRESS = 192
+
+CHANGE = re.compile(rb"CliUser (\d+-\d+)\r\n")
+REPLY = re.compile(rb"Command FAILED: \(\?(\d+-\d+)\)\r\n")
+
+
+class Typist:
+    """One of many consoles: types a change and a word that no row knows, and goes on when both are answered."""
+
+    def __init__(self, port, name):
+        self.client, self.name, self.typed, self.seen, self.looked_at = Client(port), name, [], bytearray(), 0
+        self.client.setblocking(False)
+
+    def fileno(self):
+        return self.client.fileno()
+
+    def type(self):
+        step = f"{self.name}-{len(self.typed)}".encode()
+        self.typed.append(step)
+        self.client.send(b"CliUser " + step + b"\r?" + step + b"\r")
+        self.awaited = [b"CliUser " + step + b"\r\n", b"Command FAILED: (?" + step + b")\r\n"]
+
+    def receive(self):
+        data = self.client.recv(1 << 20)
+        assert data, f"session {self.name} has ended"
+        self.seen += data
+
+    def is_answered(self):
+        self.awaited = [line for line in self.awaited if self.seen.find(line, self.looked_at) < 0]
+        if not self.awaited:
+            self.looked_at = len(self.seen)
+        return not self.awaited
+
+
+class Footprint:
+    """What each process of a device holds."""
+
+    def __init__(self, device):
+        pids = [device.process.pid, *children_of(device.process.pid)]
+        pids += [pid for parent in pids[1:] for pid in children_of(parent)]
+        self.held = {pid: (descriptors_of(pid), memory_of(pid)) for pid in pids}
+
+    def growth_since(self, before):
+        """The descriptors, and the memory in kB, that the process which took most has taken."""
+        grown = [[now - then for now, then in zip(self.held[pid], before.held[pid])] for pid in before.held]
+        return tuple(map(max, zip(*grown)))
+
+
+def pump(typists, is_over, on_answered):
+    """Takes in what all of them get until it is over."""
+    with selectors.DefaultSelector() as selector:
+        for typist in typists:
+            selector.register(typist, selectors.EVENT_READ)
+        while not is_over():
+            for key, _ in selector.select(0.1):
+                key.fileobj.receive()
+                if key.fileobj.awaited and key.fileobj.is_answered():
+                    on_answered(key.fileobj)
+
+
+class Footprints(unittest.TestCase):
+    def assert_flat(self, before, after, what):
+        """A few descriptors may be opened late; what is lost with each session or change counts in hundreds."""
+        descriptors, memory = after.growth_since(before)
+        print(f"{what}: at most {descriptors} descriptors and {memory} kB more in a process")
+        self.assertLess(descriptors, 10)
+        self.assertLess(memory, 1024)
+
+
+class Crowd(Footprints):
+    def gather(self, device):
+        typists = [Typist(device.port, name) for name in range(SESSIONS)]
+        for typist in typists:
+            typist.awaited = []
+            self.addCleanup(typist.client.close)
+        self.await_event(device, typists, b"gathered")
+        return typists
+
+    def await_event(self, device, typists, text):
+        """Until all of them have shown an event that is published from here on."""
+        deadline = time.monotonic() + 60
+        while not all(text in typist.seen for typist in typists):
+            self.assertLess(time.monotonic(), deadline, "a console hears no events")
+            device.ctl("publish", "CommandFeedback", text.decode())
+            end = time.monotonic() + 0.3
+            pump(typists, lambda: time.monotonic() > end, None)
+
+    def type_on(self, typists, seconds):
+        end = time.monotonic() + seconds
+        for typist in typists:
+            typist.type()
+        pump(typists, lambda: time.monotonic() > end and not any(typist.awaited for typist in typists),
+             lambda typist: typist.type() if time.monotonic() < end else None)
+
+    def test_every_change_is_shown_once_to_all_in_one_order_and_every_reply_once(self):
+        with Device() as device:
+            typists = self.gather(device)
+            self.type_on(typists, SECONDS / 3)
+            before = Footprint(device)
+            self.type_on(typists, SECONDS * 2 / 3)
+            after = Footprint(device)
+            self.await_event(device, typists, b"the last one")
+
+            typed = collections.Counter(step for typist in typists for step in typist.typed)
+            shown = CHANGE.findall(typists[0].seen)
+            self.assertEqual(collections.Counter(shown), typed)
+            for typist in typists:
+                self.assertEqual(CHANGE.findall(typist.seen), shown, typist.name)
+                self.assertEqual(REPLY.findall(typist.seen), typist.typed)
+            self.assert_flat(before, after, f"{len(shown)} changes on {SESSIONS} consoles")
+
+    def test_one_who_never_reads_is_dropped_and_the_others_are_answered(self):
+        with Device("--peer-patience", "1") as device, device.console() as reader, device.console() as silent:
+            silent.read_until(b"\xff\xfb\x03")
+            launcher = device.child("telnet_launcher")
+            sessions = children_of(launcher)
+            while len(children_of(launcher)) == 2:
+                device.ctl("publish", "CommandFeedback", "x" * 100_000)
+                self.assertLess(max(map(memory_of, [launcher, *sessions])), 8192)
+                asked = time.monotonic()
+                reader.sendall(b"?\r")
+                while b"Command FAILED: (?)" not in reader.recv(1 << 20):
+                    self.assertLess(time.monotonic() - asked, 2)
+
+
+class Coming(Footprints):
+    def come_and_go(self, port):
+        with Client(port) as console:
+            console.ask(b"HDMIAUD sta\r", b"HDMIAUD on\r\n")
+
+    def visit(self, device, times):
+        """In groups, since a session stays for a moment when its peer has left and counts among those from there."""
+        for done in range(0, times, 100):
+            with concurrent.futures.ThreadPoolExecutor(20) as visitors:
+                list(visitors.map(self.come_and_go, [device.port] * min(100, times - done)))
+            footprint = self.rest(device)
+        return footprint
+
+    def rest(self, device):
+        """What the device holds when all have left."""
+        launcher = device.child("telnet_launcher")
+        wait_until(lambda: not children_of(launcher), "the end of all sessions")
+        return Footprint(device)
+
+    def test_thousands_leave_nothing_behind(self):
+        with Device() as device:
+            before = self.visit(device, CYCLES // 4)
+            after = self.visit(device, CYCLES - CYCLES // 4)
+            self.assert_flat(before, after, f"{CYCLES} sessions")
+
+    def flood(self, device):
+        """400 at once and one more: as many are served as may come from an address."""
+        refusal = b"Too many sessions from your address.\r\n"
+        clients = [device.console() for _ in range(401)]
+        with concurrent.futures.ThreadPoolExecutor(20) as askers:
+            answers = collections.Counter(askers.map(self.first_answer, clients))
+        self.assertEqual(answers, {b"Type": MOST_FROM_ONE_ADDRESS, refusal: 401 - MOST_FROM_ONE_ADDRESS})
+        for client in clients:
+            client.close()
+        return self.rest(device)
+
+    def test_a_flood_is_refused_with_one_line_each_and_leaves_nothing_behind(self):
+        with Device() as device:
+            before = self.flood(device)
+            self.assert_flat(before, self.flood(device), "another flood")
+            self.visit(device, 20)
+
+    def first_answer(self, client):
+        """The line that refuses it, or the echo of what it typed."""
+        try:
+            client.sendall(b"Type\r")
+            got = client.read_until(b"\r\n")
+        except ConnectionError:
+            got = b""
+        return b"Type" if got.endswith(b"Type\r\r\n") else got
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)
