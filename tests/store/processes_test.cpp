@@ -3,6 +3,8 @@
 #include "host/store/preparation.h"
 #include "platform/user_config.h"
 #include "tests/store/children.h"
+#include "tests/store/file_writes.h"
+#include "tests/store/numbered_tree.h"
 #include "tests/store/published_events.h"
 #include "tests/store/test_root.h"
 
@@ -13,7 +15,6 @@
 #include <csignal>
 #include <cstdlib>
 #include <random>
-#include <sys/syscall.h>
 #include <thread>
 
 namespace {
@@ -23,31 +24,10 @@ using host::Store;
 using host::StoreKind;
 using namespace std::chrono_literals;
 
-std::atomic<int> syncs = 0;
-
-int readInt(Store& store, const char* query) {
-    int value = -1;
-    store.readLeaf(query, [&value](json_object* leaf) {
-        value = json_object_get_int(leaf);
-        return true;
-    });
-    return value;
-}
-
 bool isSound(const StoreKind& kind) {
     host::Database database(kind.databasePath(), kind.durability);
     return database.open() && database.isSound();
 }
-
-}  // namespace
-
-/// The store's own syncs pass through here.
-extern "C" int fdatasync(int fd) {
-    ++syncs;
-    return static_cast<int>(syscall(SYS_fdatasync, fd));
-}
-
-namespace {
 
 TEST(Durability, CostsOneSyncASet) {
     Store store(newStore(R"({"a":0})", Durability::powerCut));
@@ -90,29 +70,12 @@ TEST(Writers, LoseNoUpdateOfEachOther) {
     EXPECT_EQ(rounds - 1, readInt(store, R"({"common":0})"));
 }
 
-/// Several leaves that all carry the same number.
-std::string treeOf(std::size_t writer, int number) {
-    std::string leaves;
-    for (int i = 0; i < 10; ++i)
-        leaves += (i == 0 ? "\"l" : ",\"l") + std::to_string(i) + "\":" + std::to_string(number);
-    return R"({"w)" + std::to_string(writer) + R"(":{)" + leaves + "}}";
-}
-
 using Confirmed = std::array<std::atomic<int>, 3>;
 
 /// Never ends by itself unless a write fails.
 void writeOn(const StoreKind& kind, std::size_t writer, std::atomic<int>& confirmed) {
     Store store(kind);
     for (int number = confirmed + 1; store.update(treeOf(writer, number).c_str()); ++number) confirmed = number;
-}
-
-/// What is stored of a writer is one whole document, and none older than the last one confirmed.
-void expectWhatWasConfirmed(const StoreKind& kind, std::size_t writer, int confirmed) {
-    Store store(kind);
-    const std::string branch = "{\"w" + std::to_string(writer) + "\":{}}";
-    const int stored = readInt(store, treeOf(writer, 0).c_str());
-    EXPECT_GE(stored, confirmed);
-    EXPECT_STREQ(treeOf(writer, stored).c_str(), host::compactText(store.readTree(branch.c_str()).get()));
 }
 
 TEST(Writers, KilledAtAnyMomentLeaveWholeDocuments) {
