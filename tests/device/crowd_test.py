@@ -134,7 +134,9 @@ class Crowd(Footprints):
             silent.read_until(b"\xff\xfb\x03")
             launcher = device.child("telnet_launcher")
             sessions = children_of(launcher)
+            begin = time.monotonic()
             while len(children_of(launcher)) == 2:
+                self.assertLess(time.monotonic() - begin, 15, "the patience with one who does not read is over")
                 device.ctl("publish", "CommandFeedback", "x" * 100_000)
                 self.assertLess(max(map(memory_of, [launcher, *sessions])), 8192)
                 asked = time.monotonic()
