@@ -10,6 +10,7 @@ import signal
 import socket
 import stat
 import subprocess
+import tempfile
 import unittest
 
 from device import ANY_PORTS, Device, processes_of
@@ -34,6 +35,13 @@ class StartAndEnd(unittest.TestCase):
             self.assertEqual((second.returncode, second.stdout), (1, ""))
             self.assertRegex(second.stderr, r"^device: .*runs there already\n$")
             self.assertTrue(device.answers())
+
+    def test_an_address_that_others_reach_is_warned_of(self):
+        with tempfile.TemporaryDirectory() as root:
+            command = [os.environ["DEVICE"], "--root", root, *ANY_PORTS, "--listen", "192.0.2.1"]
+            done = subprocess.run(command, capture_output=True, text=True, timeout=20, check=False)
+        self.assertEqual((done.returncode, done.stdout), (1, ""))
+        self.assertIn("device: warning: anyone who reaches 192.0.2.1 can operate this device\n", done.stderr)
 
     def test_nothing_is_left_however_it_ends(self):
         for number, status in ((signal.SIGINT, 0), (signal.SIGTERM, 0), (signal.SIGKILL, -9)):

@@ -32,6 +32,12 @@ class Input(unittest.TestCase):
 
 
 class Surroundings(unittest.TestCase):
+    def test_without_the_stand_ins_of_its_root_it_starts_no_console(self):
+        with tempfile.TemporaryDirectory() as root:
+            done = subprocess.run([os.environ["LAUNCHER"], "--port", "0", "--ports", "0,0,0"], env={"DEVICE_ROOT": root},
+                                  capture_output=True, text=True, timeout=20, check=False)
+            self.assertEqual((done.returncode, done.stderr), (1, f"launcher: {root} is not a complete device root\n"))
+
     def ask(self, client, line):
         client.read_until(b">")
         return client.ask(b"!" + line + b"\r", DONE)[len(line) + 2 : -len(DONE)].decode()
