@@ -1,12 +1,16 @@
-/// The method that both display-control daemons offer.
+/// What the display-control daemons have in common.
 #pragma once
+
+#include "host/daemons/daemons.h"
+#include "host/daemons/transmitter.h"
+
+#include <memory>
 
 namespace host {
 
 class Daemon;
-class Transmitter;
 
-/// Offers "SetCmdOn", which hands its requests to `transmitter`.
-void offerTriggers(Daemon& daemon, Transmitter& transmitter);
+/// Offers "SetCmdOn" and sends what it brings over `line`, at the pace of a Transmitter, while the service lives.
+Service controlDisplay(Daemon& daemon, std::unique_ptr<DisplayLine> line, const TransmitterNames& names);
 
 }  // namespace host

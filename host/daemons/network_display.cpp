@@ -1,9 +1,7 @@
 #include "host/base/note.h"
 #include "host/daemons/daemon.h"
-#include "host/daemons/daemons.h"
 #include "host/daemons/display_command.h"
 #include "host/daemons/leaf_value.h"
-#include "host/daemons/transmitter.h"
 #include "host/loop/channel.h"
 #include "host/loop/unique_fd.h"
 
@@ -91,21 +89,11 @@ class NetworkLine : public DisplayLine {
     Timer later_;
 };
 
-class NetworkDisplay {
-  public:
-    explicit NetworkDisplay(Daemon& daemon) : line_(daemon.loop()), transmitter_(daemon.loop(), names, line_) {
-        offerTriggers(daemon, transmitter_);
-    }
-
-  private:
-    static constexpr TransmitterNames names{"control.displayControl.output1.transmission.telnet", "TrigIP1"};
-
-    NetworkLine line_;
-    Transmitter transmitter_;
-};
-
 }  // namespace
 
-Service makeNetworkDisplay(Daemon& daemon) { return std::make_shared<NetworkDisplay>(daemon); }
+Service makeNetworkDisplay(Daemon& daemon) {
+    return controlDisplay(daemon, std::make_unique<NetworkLine>(daemon.loop()),
+                          {"control.displayControl.output1.transmission.telnet", "TrigIP1"});
+}
 
 }  // namespace host

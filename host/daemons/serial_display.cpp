@@ -1,8 +1,6 @@
 #include "host/base/note.h"
 #include "host/daemons/daemon.h"
-#include "host/daemons/daemons.h"
 #include "host/daemons/display_command.h"
-#include "host/daemons/transmitter.h"
 
 namespace host {
 namespace {
@@ -24,25 +22,15 @@ class SerialLine : public DisplayLine {
     Timer sent_;
 };
 
-class SerialDisplay {
-  public:
-    explicit SerialDisplay(Daemon& daemon) : line_(daemon.loop()), transmitter_(daemon.loop(), names, line_) {
-        daemon.offer("HexRS232zone", [](const char* text) -> std::string {
-            note("zone sends %s", describeBytes(decodeControlString(text)).c_str());
-            return "ok";
-        });
-        offerTriggers(daemon, transmitter_);
-    }
-
-  private:
-    static constexpr TransmitterNames names{"control.displayControl.output1.transmission.rs232", "TrigRS1"};
-
-    SerialLine line_;
-    Transmitter transmitter_;
-};
-
 }  // namespace
 
-Service makeSerialDisplay(Daemon& daemon) { return std::make_shared<SerialDisplay>(daemon); }
+Service makeSerialDisplay(Daemon& daemon) {
+    daemon.offer("HexRS232zone", [](const char* text) -> std::string {
+        note("zone sends %s", describeBytes(decodeControlString(text)).c_str());
+        return "ok";
+    });
+    return controlDisplay(daemon, std::make_unique<SerialLine>(daemon.loop()),
+                          {"control.displayControl.output1.transmission.rs232", "TrigRS1"});
+}
 
 }  // namespace host
