@@ -81,15 +81,15 @@ bool subscribe(Subscription& subscription) {
     return result >= 0 || failBus(result);
 }
 
-/// Connects anew with the subscriptions there were. What was published in between is lost.
+/// Connects with the subscriptions there are. What was published while there was no connection is lost.
 bool resume(eventbus& bus) {
     bus.confirmed = 0;
     bus.refusal = 0;
     return bus.connection.open() && std::all_of(bus.subscriptions.begin(), bus.subscriptions.end(), subscribe);
 }
 
-bool resumeWhenBack(eventbus& bus) {
-    const host::Deadline deadline(returnLimit);
+bool resumeWithin(eventbus& bus, std::chrono::milliseconds limit) {
+    const host::Deadline deadline(limit);
     while (!resume(bus)) {
         if (deadline.isOver()) return false;
         std::this_thread::sleep_for(returnPause);
@@ -101,7 +101,7 @@ bool resumeWhenBack(eventbus& bus) {
 
 eventbus* eventbus_open() {
     auto bus = std::make_unique<eventbus>();
-    return bus->connection.open() ? bus.release() : nullptr;
+    return resumeWithin(*bus, host::busLimit) ? bus.release() : nullptr;
 }
 
 int eventbus_subscribe(eventbus* bus, const char* event, eventbus_callback callback, void* user_data) {
@@ -126,7 +126,7 @@ int eventbus_on_data_available(eventbus* bus) {
     // and nobody has to look for it in vain.
     while (handled > 0 && bus->received == before) handled = sd_bus_process(bus->connection.bus(), nullptr);
     if (handled >= 0) handled = -bus->refusal;
-    if (host::isDisconnect(-handled) && !bus->endsWithBus) return statusOf(resumeWhenBack(*bus));
+    if (host::isDisconnect(-handled) && !bus->endsWithBus) return statusOf(resumeWithin(*bus, returnLimit));
     return statusOf(handled >= 0 || failBus(handled));
 }
 

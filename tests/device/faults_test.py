@@ -64,6 +64,11 @@ class Faults(unittest.TestCase):
             self.answers_within(5, one), self.answers_within(5, two)
             wait_until(lambda: self.shows_a_change(one, two), "changes on the other console again")
             wait_until(lambda: self.shows_a_change(two, one), "and the other way round")
+            with frozen(device.process.pid):
+                os.kill(device.child("dbus-daemon"), signal.SIGKILL)
+                three = self.enterContext(device.console())
+                self.answers_within(5, three)
+            wait_until(lambda: self.shows_a_change(one, three), "changes on one that came while there was no bus")
 
     def test_a_bus_that_stands_still_delays_a_change_for_a_bounded_time_and_a_query_not_at_all(self):
         with Device() as device, device.console() as one, device.console() as two:
