@@ -10,19 +10,22 @@ struct FreeTokener {
     void operator()(json_tokener* tokener) const { json_tokener_free(tokener); }
 };
 
-/// Ready for a new text. Each thread keeps one, since making it costs as much as reading a short text.
-json_tokener* tokenerWith(int flags) {
-    thread_local const std::unique_ptr<json_tokener, FreeTokener> tokener(json_tokener_new());
-    json_tokener_reset(tokener.get());
-    json_tokener_set_flags(tokener.get(), flags);
-    return tokener.get();
+/// Each thread keeps one, since making it costs as much as reading a short text.
+std::unique_ptr<json_tokener, FreeTokener>& threadTokener() {
+    thread_local std::unique_ptr<json_tokener, FreeTokener> tokener;
+    if (tokener == nullptr) tokener.reset(json_tokener_new());
+    return tokener;
 }
 
 Json parse(int flags, const char* text, int length) {
-    json_tokener* tokener = tokenerWith(flags);
-    Json value(json_tokener_parse_ex(tokener, text, length));
-    if (json_tokener_get_error(tokener) != json_tokener_success) value.reset();
-    return value;
+    auto& tokener = threadTokener();
+    json_tokener_reset(tokener.get());
+    json_tokener_set_flags(tokener.get(), flags);
+    Json value(json_tokener_parse_ex(tokener.get(), text, length));
+    if (json_tokener_get_error(tokener.get()) == json_tokener_success) return value;
+    // It would remember half a pair of surrogates and put it into the next text.
+    tokener.reset();
+    return nullptr;
 }
 
 }  // namespace
