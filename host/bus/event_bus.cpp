@@ -83,6 +83,7 @@ bool subscribe(Subscription& subscription) {
 
 /// Connects with the subscriptions there are. What was published while there was no connection is lost.
 bool resume(eventbus& bus) {
+    bus.connection.close();
     bus.confirmed = 0;
     bus.refusal = 0;
     return bus.connection.open() && std::all_of(bus.subscriptions.begin(), bus.subscriptions.end(), subscribe);
