@@ -8,7 +8,6 @@ import concurrent.futures
 import os
 import re
 import selectors
-import socket
 import time
 import unittest
 
@@ -28,8 +27,9 @@ class Typist:
     """One of many consoles: types a change and a word that no row knows, and goes on when both are answered."""
 
     def __init__(self, port, name):
-        self.client, self.name, self.typed, self.seen, self.looked_at = Client(port), name, [], bytearray(), 0
+        self.client, self.name = Client(port), name
         self.client.setblocking(False)
+        self.typed, self.awaited, self.seen, self.looked_at = [], [], bytearray(), 0
 
     def fileno(self):
         return self.client.fileno()
@@ -91,7 +91,6 @@ class Crowd(Footprints):
     def gather(self, device):
         typists = [Typist(device.port, name) for name in range(SESSIONS)]
         for typist in typists:
-            typist.awaited = []
             self.addCleanup(typist.client.close)
         self.await_event(device, typists, b"gathered")
         return typists
