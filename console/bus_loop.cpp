@@ -1,5 +1,6 @@
 #include "console/bus_loop.h"
 
+#include "console/session.h"
 #include "text/fixed_text.h"
 #include "text/mutex.h"
 
@@ -49,8 +50,10 @@ bool serveEvents(eventbus* bus) {
 
 bool listen(std::span<const BusSubscription> subscriptions) {
     eventbus* bus = eventbus_open();
-    if (bus == nullptr) return failWith("[doListenEventLoop]eventbus_open");
-    const bool stopped = subscribeAll(bus, subscriptions) && serveEvents(bus);
+    const bool isSubscribed =
+        bus != nullptr ? subscribeAll(bus, subscriptions) : failWith("[doListenEventLoop]eventbus_open");
+    sessionListening = 1;
+    const bool stopped = isSubscribed && serveEvents(bus);
     eventbus_close(bus);
     return stopped;
 }

@@ -2,6 +2,7 @@
 
 #include "console/broadcast.h"
 #include "console/command_table.h"
+#include "console/event_listener.h"
 #include "text/text.h"
 
 void dispatchCommand(const char* line) {
@@ -9,5 +10,7 @@ void dispatchCommand(const char* line) {
     const CommandEntry* entry = findCommand(start);
     if (entry == nullptr) return reject(start);
     const char* argument = skipSpaces(start + entry->compareLength());
-    entry->action({start, entry->name, argument, isBroadcastOn(), entry->leaf});
+    const bool broadcast = isBroadcastOn();
+    if (broadcast) awaitListener();
+    entry->action({start, entry->name, argument, broadcast, entry->leaf});
 }

@@ -12,6 +12,7 @@
 #include "video/link_report.h"
 
 #include <cstdio>
+#include <unistd.h>
 
 namespace {
 
@@ -104,4 +105,9 @@ void* eventListenerThread(void* sessionContext) {
     session = static_cast<SessionContext*>(sessionContext);
     listenToBus(subscriptions);
     return nullptr;
+}
+
+void awaitListener() {
+    constexpr useconds_t limit = 200'000, pause = 100;
+    for (useconds_t waited = 0; waited < limit && sessionListening == 0; waited += pause) usleep(pause);
 }

@@ -50,6 +50,7 @@ bool startThread(void* (*body)(void*), SessionContext& session) {
 }
 
 void startThreads(SessionContext& session) {
+    sessionListening = 0;
     if (!startThread(idleThread, session) || !startThread(eventListenerThread, session)) {
         std::puts("pthread_create failed");
         std::exit(1);

@@ -2,3 +2,4 @@
 
 constinit std::atomic<int> sessionRunning = 1;
 constinit std::atomic<int> sessionAuthenticated = 0;
+constinit std::atomic<int> sessionListening = 1;

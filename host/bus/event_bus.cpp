@@ -7,6 +7,7 @@
 #include "host/bus/text_message.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstring>
 #include <list>
 #include <memory>
@@ -22,6 +23,10 @@ using namespace std::chrono_literals;
 /// A bus that has ended is started again, and whoever listened to it hears it again, unless it stays away for longer.
 constexpr auto returnLimit = 30s;
 constexpr auto returnPause = 50ms;
+
+/// How long a change waits for the bus to confirm what its own process wants to hear.
+constexpr auto confirmationLimit = 500ms;
+constexpr auto confirmationPause = 100us;
 
 struct Subscription {
     eventbus* bus;
@@ -50,13 +55,28 @@ bool isPublishable(const char* event, const char* payload) {
 struct eventbus {
     host::Connection connection;
     std::list<Subscription> subscriptions;  // the bus keeps pointers to them
-    std::size_t confirmed = 0;              // how many of them the bus has answered
+    std::size_t asked = 0;                  // how many of them this connection has asked the bus for
+    std::size_t confirmed = 0;              // how many of those it has answered
     int refusal = 0;                        // the error of one that it refused
     std::size_t received = 0;               // events
     bool endsWithBus = false;
 };
 
 namespace {
+
+std::atomic<long> unconfirmed = 0;      // subscriptions of this process that the bus has not answered
+thread_local long unconfirmedHere = 0;  // those among them whose answers this thread itself takes in
+
+void countUnconfirmed(long more) {
+    unconfirmed += more;
+    unconfirmedHere += more;
+}
+
+/// So that a console shows what it changed in its first moment, while another thread of it still subscribes.
+void awaitConfirmations() {
+    const host::Deadline deadline(confirmationLimit);
+    while (unconfirmed > unconfirmedHere && !deadline.isOver()) std::this_thread::sleep_for(confirmationPause);
+}
 
 int onEvent(sd_bus_message* message, void* userData, sd_bus_error* /*error*/) {
     const auto* subscription = static_cast<const Subscription*>(userData);
@@ -71,6 +91,7 @@ int onSubscribed(sd_bus_message* reply, void* userData, sd_bus_error* /*error*/)
     const int error = sd_bus_message_get_errno(reply);
     if (error != 0) bus->refusal = error;
     ++bus->confirmed;
+    countUnconfirmed(-1);
     return 1;
 }
 
@@ -78,14 +99,22 @@ bool subscribe(Subscription& subscription) {
     const std::string match = "type='signal',interface='" + host::eventInterface(subscription.event.c_str()) + "'";
     const int result = sd_bus_add_match_async(subscription.bus->connection.bus(), nullptr, match.c_str(), onEvent,
                                               onSubscribed, &subscription);
-    return result >= 0 || failBus(result);
+    if (result < 0) return failBus(result);
+    ++subscription.bus->asked;
+    countUnconfirmed(1);
+    return true;
+}
+
+void disconnect(eventbus& bus) {
+    countUnconfirmed(static_cast<long>(bus.confirmed) - static_cast<long>(bus.asked));
+    bus.asked = bus.confirmed = 0;
+    bus.refusal = 0;
+    bus.connection.close();
 }
 
 /// Connects with the subscriptions there are. What was published while there was no connection is lost.
 bool resume(eventbus& bus) {
-    bus.connection.close();
-    bus.confirmed = 0;
-    bus.refusal = 0;
+    disconnect(bus);
     return bus.connection.open() && std::all_of(bus.subscriptions.begin(), bus.subscriptions.end(), subscribe);
 }
 
@@ -111,7 +140,7 @@ int eventbus_subscribe(eventbus* bus, const char* event, eventbus_callback callb
 }
 
 bool host::waitUntilSubscribed(eventbus* bus) {
-    const auto isConfirmed = [bus] { return bus->confirmed == bus->subscriptions.size(); };
+    const auto isConfirmed = [bus] { return bus->confirmed == bus->asked; };
     return processUntil(bus->connection.bus(), Deadline(busLimit), isConfirmed) &&
            (bus->refusal == 0 || failBus(-bus->refusal));
 }
@@ -131,9 +160,13 @@ int eventbus_on_data_available(eventbus* bus) {
     return statusOf(handled >= 0 || failBus(handled));
 }
 
-void eventbus_close(eventbus* bus) { delete bus; }
+void eventbus_close(eventbus* bus) {
+    if (bus != nullptr) disconnect(*bus);
+    delete bus;
+}
 
 int eventbus_publish(const char* event, const char* payload) {
     if (!isPublishable(event, payload)) return -1;
+    awaitConfirmations();
     return statusOf(host::sendFromThread([&](sd_bus* bus) { return publishOn(bus, event, payload); }));
 }

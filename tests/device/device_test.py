@@ -1,8 +1,4 @@
-"""The whole device, from its start to its end.
-
-A console announces a change only once it listens to the bus, which it does not wait for: a test that needs the change
-and not the announcement asks for the new value.
-"""
+"""The whole device, from its start to its end."""
 
 import json
 import os
@@ -35,6 +31,12 @@ class StartAndEnd(unittest.TestCase):
             self.assertEqual((second.returncode, second.stdout), (1, ""))
             self.assertRegex(second.stderr, r"^device: .*runs there already\n$")
             self.assertTrue(device.answers())
+
+    def test_what_is_typed_at_once_is_shown(self):
+        with Device() as device:
+            for word in ["off", "on"] * 20:
+                with device.console() as console:
+                    console.ask(f"HDMIAUD {word}\r".encode(), f"\nHDMIAUD {word}\r\n".encode())
 
     def test_an_address_that_others_reach_is_warned_of(self):
         with tempfile.TemporaryDirectory() as root:
