@@ -106,7 +106,7 @@ TEST(PowerCut, AtAnyMomentLeavesWhatWasConfirmed) {
     const auto [writes, confirmations] = storeAll(kind);
     ASSERT_GT(writes.size(), 3U * updates);
 
-    std::mt19937 random(1);  // NOLINT(cert-msc51-cpp): the same cuts in every run
+    std::mt19937 random(1);  // NOLINT(cert-msc32-c,cert-msc51-cpp): the same cuts in every run
     for (std::size_t done = 0; done < writes.size(); ++done) {
         disk.take(writes[done]);
         const auto unconfirmed = std::upper_bound(confirmations.begin(), confirmations.end(), done + 1);
