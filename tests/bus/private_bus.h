@@ -1,29 +1,62 @@
-/// A bus of the test's own in a device root of its own, which can be stopped, frozen and started again.
+/// A bus of the test's own in a device root of its own, which can be frozen, and who listens there.
 #pragma once
 
+#include "host/base/device_root.h"
+#include "host/bus/bus_config.h"
+#include "host/bus/subscriptions.h"
 #include "platform/event_bus.h"
 
-#include <chrono>
-#include <functional>
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
 #include <gtest/gtest.h>
+#include <poll.h>
 #include <string>
-#include <sys/types.h>
+#include <sys/wait.h>
+#include <unistd.h>
 #include <vector>
 
-/// How long anything that must happen may take on a busy machine.
-inline constexpr std::chrono::seconds patience{10};
+/// One root for the whole program, since a process belongs to one device for its life. Its name has what addresses
+/// must escape.
+class TestRoot {
+  public:
+    TestRoot() {
+        if (mkdtemp(path_.data()) == nullptr) std::abort();
+        host::setDeviceRoot(path_);
+    }
+    ~TestRoot() { std::filesystem::remove_all(path_); }
+
+  private:
+    std::string path_ = std::filesystem::temp_directory_path() / "bus, test XXXXXX";
+};
 
 class PrivateBus : public testing::Test {
   protected:
-    static void SetUpTestSuite();
+    static void SetUpTestSuite() { static const TestRoot root; }
 
-    void SetUp() override { startBus(); }
-    void TearDown() override { stopBus(); }
+    void SetUp() override {
+        const std::string config = "--config-file=" + host::writeBusConfig();
+        int ready[2];
+        ASSERT_EQ(pipe(ready), 0);
+        const std::string told = "--print-address=" + std::to_string(ready[1]);
+        daemon_ = fork();
+        if (daemon_ == 0) {
+            execlp("dbus-daemon", "dbus-daemon", "--nofork", config.c_str(), told.c_str(), nullptr);
+            _exit(127);
+        }
+        close(ready[1]);
+        char byte = 0;
+        ASSERT_EQ(read(ready[0], &byte, 1), 1) << "dbus-daemon did not start";
+        close(ready[0]);
+    }
 
-    void startBus();
-    void stopBus();
-    void freezeBus();
-    void thawBus();
+    void TearDown() override {
+        kill(daemon_, SIGKILL);
+        waitpid(daemon_, nullptr, 0);
+    }
+
+    void freezeBus() const { kill(daemon_, SIGSTOP); }
+    void thawBus() const { kill(daemon_, SIGCONT); }
 
   private:
     pid_t daemon_ = -1;
@@ -32,43 +65,31 @@ class PrivateBus : public testing::Test {
 /// Hears one event and keeps its payloads.
 class Listener {
   public:
-    explicit Listener(const char* event);
+    explicit Listener(const char* event) : bus_(eventbus_open()) {
+        const auto keep = [](void* self, const char* payload) {
+            static_cast<Listener*>(self)->payloads_.emplace_back(payload);
+        };
+        const bool subscribed = bus_ != nullptr && eventbus_subscribe(bus_, event, keep, this) == 0;
+        EXPECT_TRUE(subscribed && host::waitUntilSubscribed(bus_)) << event;
+    }
     Listener(const Listener&) = delete;
     Listener& operator=(const Listener&) = delete;
     ~Listener() { eventbus_close(bus_); }
 
-    /// Waits for what comes next; false with errno set when the bus is gone or nothing comes.
-    bool waitForInput();
-
     /// The first payload not taken yet; fails the test when none comes.
-    std::string take();
-
-    eventbus* bus() { return bus_; }
+    std::string take() {
+        while (payloads_.empty()) {
+            pollfd input{eventbus_fileno(bus_), POLLIN, 0};
+            const bool hasCome = poll(&input, 1, 10'000) == 1 && eventbus_on_data_available(bus_) == 0;
+            EXPECT_TRUE(hasCome) << "no event";
+            if (!hasCome) return {};
+        }
+        std::string first = payloads_.front();
+        payloads_.erase(payloads_.begin());
+        return first;
+    }
 
   private:
     eventbus* bus_;
     std::vector<std::string> payloads_;
-};
-
-/// Polls until `isTrue()`, which fails the test when it never is.
-void waitUntil(const std::function<bool()>& isTrue);
-
-/// A child process that runs `file` with `arguments`. All it writes goes into one pipe, its READY_FD line as well.
-class Program {
-  public:
-    Program(const std::string& file, const std::vector<std::string>& arguments);
-    Program(const Program&) = delete;
-    Program& operator=(const Program&) = delete;
-    ~Program() { stop(SIGKILL); }
-
-    /// The next line of what it writes; empty at the end.
-    std::string readLine();
-
-    /// Its exit status, after its end. Negative: the signal that ended it.
-    int wait();
-    int stop(int signal);
-
-  private:
-    pid_t id_;
-    FILE* output_;
 };

@@ -10,7 +10,8 @@
     A= text               answered with the line itself
     A! text               refused: "Command FAILED: (text)"; of these four, " | " parts several on one line
     A>> "bytes\\r\\n"       sent as it stands, its echo to be written out
-    $ config get {...}    devicectl with these words, the last one taking the rest of the line
+    $ config get {...}    devicectl with these words, the last one taking the rest of the line; %{port 9000} in it is
+                          where that port is to be found
 
 What has to follow, nothing more and nothing less, before the next of the above:
 
@@ -166,6 +167,7 @@ class Device:
     def control(self, words):
         """Runs devicectl; its lines."""
         self.start()
+        words = re.sub(r"%\{port (\d+)\}", lambda m: str(self.ports[m[1]]), words)
         most = {"config": 2, "status": 2, "factory": 3, "publish": 2, "call": 3}.get(words.split(" ")[0], 1)
         arguments = [text(word) for word in words.split(" ", most)]
         done = subprocess.run([self.programs.devicectl, "--root", self.root, *arguments], timeout=PATIENCE,
