@@ -14,16 +14,6 @@ using namespace platform_double;
 
 namespace {
 
-class ChangeWalkTest : public testing::Test {
-  protected:
-    ChangeWalkTest() {
-        reset();
-        setConfig(R"({"system":{"broadcast":true,"inputBroadcast":true}})");
-        setStatus(R"({"system":{"slaveMcu":{"isReady":true}}})");
-        setLogLevel(5);
-    }
-};
-
 /// What the console shows when it hears of `document`.
 std::string heard(const std::string& document) {
     json_token* changes = json_token_parse(document.c_str());
@@ -43,10 +33,13 @@ Lines documentsFor(const std::string& leaf) {
     return documents;
 }
 
-TEST_F(ChangeWalkTest, EveryLeafIsShownByTheFirstRowThatHoldsIt) {
-    setConfig(R"({"system":{"uart":{"interface1":{"baudrate":1,"databit":8,"parity":0,"stopbit":1}}}})");
-    setConfig(R"({"system":{"uart":{"interface2":{"baudrate":1,"databit":8,"parity":0,"stopbit":1}}}})");
-    setConfig(R"({"system":{"uart":{"interface3":{"baudrate":1,"databit":8,"parity":0,"stopbit":1}}}})");
+TEST(ChangeWalkTest, EveryLeafIsShownByTheFirstRowThatHoldsIt) {
+    reset();
+    setConfig(R"({"system":{"broadcast":true,"inputBroadcast":true}})");
+    setStatus(R"({"system":{"slaveMcu":{"isReady":true}}})");
+    for (const std::string port : {"interface1", "interface2", "interface3"}) {
+        setConfig(R"({"system":{"uart":{")" + port + R"(":{"baudrate":1,"databit":8,"parity":0,"stopbit":1}}}})");
+    }
     const std::set<std::string> silent = {"Type", "debug", "dbg977"};
     // The netmask and the gateway continue the line that the address began.
     const auto beginning = [](const CommandEntry& row) {
@@ -64,40 +57,6 @@ TEST_F(ChangeWalkTest, EveryLeafIsShownByTheFirstRowThatHoldsIt) {
         EXPECT_EQ(isShown, silent.count(row.name) == 0) << row.name << ": " << shown;
     }
     EXPECT_EQ(leaves, 85);
-}
-
-TEST_F(ChangeWalkTest, OnlyLeavesThatTheTableKnowsAreShownAndTheRestIsLogged) {
-    EXPECT_EQ(heard(R"({"control":{"ledMode":true,"x":{"ledMode":false},"autoSwitch":{"aswOutTime":5,"y":[1]}}})"),
-              "Blink on\r\nASwOutTime 5\r\n");
-    EXPECT_EQ(logLines(), Lines{"5 [cipProcJson] Cant find command\r\n"});
-    for (const char* document : {"true", "5", "\"text\"", "2.5", "[]", "{}", R"({"control":{"ledMode":1.0}})",
-                                 R"({"control":{"ledMode":null}})", R"({"control":{"":{"":true}}})",
-                                 R"({"%n%s%d":"%n"})", R"({"control":{"ledMode":{"%s":true}}})"}) {
-        EXPECT_EQ(heard(document), "") << document;
-    }
-    EXPECT_EQ(heard(R"({"control":{")" + std::string(3000, 'k') + R"(":{"ledMode":true}}})"), "");
-}
-
-TEST_F(ChangeWalkTest, NothingIsShownUnlessBothQueriesSucceed) {
-    for (const char* query : {"user_config_query_boolean", "user_status_query_boolean"}) {
-        fail(query);
-        EXPECT_EQ(heard(R"({"system":{"broadcast":true}})"), "") << query;
-        reset();
-    }
-}
-
-TEST(FeedbackPrinterTest, PrintsWhatItKnowsAndNothingElse) {
-    const auto print = [](Feedback printer, const ChangedValue& value) {
-        return capture([&] { printer("Row", value); });
-    };
-    EXPECT_EQ(print(printOnOff, {1}) + print(printOnOff, {2}), "Row on\r\n");
-    EXPECT_EQ(print(printInvertedOnOff, {1}) + print(printInvertedOnOff, {-1}), "Row off\r\n");
-    EXPECT_EQ(print(printLock, {0}) + print(printLock, {1}) + print(printLock, {2}), "Unlock\r\nLock\r\n");
-    EXPECT_EQ(print(printHdcpMode, {0, "non-compliant"}) + print(printHdcpMode, {0, ""}), "Row off\r\n");
-    EXPECT_EQ(print(printEdidMemory, {8}) + print(printEdidMemory, {9}) + print(printEdidMemory, {-1}), "Row mem8\r\n");
-    EXPECT_EQ(print(printUsbHostRoute, {0, "remote"}) + print(printUsbHostRoute, {0, "x"}), "Row remote\r\n");
-    for (Feedback printer : {printNameAndText, printLabel, printHdcpMode}) EXPECT_EQ(print(printer, {7}), "");
-    for (Feedback printer : {printNameAndInteger, printOnOff, printLock}) EXPECT_EQ(print(printer, {1, "x"}), "");
 }
 
 TEST(LabelPrinterTest, TurnsCodesIntoCharacters) {

@@ -2,57 +2,18 @@
 
 #include "console/bus_loop.h"
 #include "console/event_listener.h"
-#include "console/terminal.h"
+#include "console/session.h"
 #include "double/platform_double.h"
 #include "tests/capture.h"
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <list>
 #include <thread>
 
 using namespace platform_double;
 
 namespace {
 
-SessionContext& onPort(int port) {
-    static std::list<SessionContext> sessions;  // their threads never end
-    SessionContext& session = sessions.emplace_back();
-    session.reportedPort = port;
-    return session;
-}
-
-/// Waits until the relay of a console on `port` serves, then calls it.
-std::string callRelay(int port, const std::string& service, const std::string& method, const Lines& texts) {
-    std::thread(consoleLpcService, std::cref(onPort(port))).detach();
-    return capture([&] {
-        for (const std::string& text : texts) {
-            EXPECT_EQ(callService(service, method, text), "") << text;
-        }
-    });
-}
-
-TEST(RelayTest, HandsBytesToPort9001AndTextsToPort9002) {
-    reset();
-    EXPECT_EQ(callRelay(9001, "hdbt12cmdd", "hdbt12cmdd", {"41", "0d", "1ff", "4G", "25"}),
-              std::string("A\r\xff\0%", 5));
-    EXPECT_EQ(callRelay(9002, "cmdd2zone1", "zone12cmdd", {"any %n text\r\n", "\x01"}), "any %n text\r\n\x01");
-}
-
-TEST(RelayTest, ReportsWhatItCannotSetUpAndGivesUp) {
-    const auto complaint = [](int port) {
-        return captureErrors([port] { EXPECT_EQ(consoleLpcService(onPort(port)), -1); });
-    };
-    reset();
-    EXPECT_EQ(complaint(23) + complaint(9000), "");
-    fail("lpc_service_create", 1, EEXIST);
-    EXPECT_EQ(complaint(9001), "lpc_service_create error: File exists\n");
-    fail("lpc_service_fileno");
-    EXPECT_EQ(complaint(9002), "lpc_service_fileno: Input/output error\n");
-}
-
-// What follows leaves the process with its relays stopped for good, so each has a process of its own.
-
+/// Leaves the process with a listener that never ends, or its relays stopped for good: each test has its own process.
 class BusLoopDeathTest : public testing::Test {
   protected:
     BusLoopDeathTest() {
@@ -60,37 +21,6 @@ class BusLoopDeathTest : public testing::Test {
         reset();
     }
 };
-
-[[noreturn]] void listenAndLeave() {
-    SessionContext session;
-    eventListenerThread(&session);
-    std::exit(isRelayStopped() ? 0 : 1);
-}
-
-TEST_F(BusLoopDeathTest, TheListenerReportsAndEnds) {
-    const struct {
-        const char* function;
-        int successes;
-        const char* report;
-    } failures[] = {
-        {"eventbus_open", 0, "^.doListenEventLoop.eventbus_open: Input/output error\n$"},
-        {"eventbus_subscribe", 0, "^eventbus_subscribe controlUserConfigChanged: Input/output error\n$"},
-        {"eventbus_subscribe", 9, "^eventbus_subscribe UpgradeSlaveVersionQuery: Input/output error\n$"},
-        {"eventbus_on_data_available", 0, "^eventbus_on_data_available: Input/output error\n$"},
-    };
-    for (const auto& [function, successes, report] : failures) {
-        EXPECT_EXIT(
-            {
-                failAfter(function, successes);
-                std::thread([] {
-                    awaitSubscription("UpgradeSlaveVersionQuery");
-                    deliver("CommandFeedback", "x");
-                }).detach();
-                listenAndLeave();
-            },
-            testing::ExitedWithCode(0), report);
-    }
-}
 
 /// What a console of the kind shows of a feedback text, a reset, a changed setting and a link report.
 std::string shownBy(int kind, bool isAuthenticated) {
