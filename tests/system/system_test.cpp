@@ -1,0 +1,85 @@
+#include "double/platform_double.h"
+#include "system/maintenance.h"
+#include "system/uptime.h"
+#include "tests/typed.h"
+
+#include <ctime>
+#include <gtest/gtest.h>
+
+using namespace platform_double;
+
+namespace {
+
+/// On an empty device in memory, with broadcast off, so that every command answers by itself.
+class SystemTest : public testing::Test {
+  protected:
+    SystemTest() { reset(); }
+};
+
+TEST_F(SystemTest, ReportsTheAddressesThatFitProtocolAndLinks) {
+    setConfig(R"({"network":{"telnet":{"telnetPort":23}}})");
+    setConfig(
+        R"({"network":{"eth0":{"ipSettings":{"ipaddr":"10.0.0.2","netmask":"255.0.0.0","gateway":"10.0.0.1"}}}})");
+    setStatus(R"({"network":{"eth0":{"ipSettings":{"ipaddr":"1.2.3.4","netmask":"255.255.0.0"}}}})");
+    const std::string port = "IP Port 23\r\n";
+    const std::string none = "IP Addr 0.0.0.0\r\nNetmask 0.0.0.0\r\nGateway 0.0.0.0\r\nIP Port 23\r\n";
+    const std::string configured = "IP Addr 10.0.0.2\r\nNetmask 255.0.0.0\r\nGateway 10.0.0.1\r\n";
+    const std::string inEffect = "IP Addr 1.2.3.4\r\nNetmask 255.255.0.0\r\nGateway 1.2.0.1\r\nIP Port 23\r\n";
+    const struct {
+        std::string bootProto, ethernet, hdbaset, gatewayInEffect, expected;
+    } cases[] = {
+        {"DHCP", "false", "false", R"("1.2.0.1")", none},
+        {"STATIC", "false", "false", R"("1.2.0.1")", configured},
+        {"DHCP", "true", "false", R"("1.2.0.1")", inEffect},
+        {"STATIC", "false", "true", R"("1.2.0.1")", inEffect},
+        {"DHCP", "true", "0", R"("1.2.0.1")", ""},
+        {"STATIC", "true", "true", R"("0.0.0.0")", configured + port},
+        {"OTHER", "true", "true", R"("1.2.0.1")", ""},
+        {"STATIC", "true", "true", "0", ""},
+    };
+    for (const auto& [bootProto, ethernet, hdbaset, gateway, expected] : cases) {
+        setConfig(R"({"network":{"eth0":{"bootProto":")" + bootProto + R"("}}})");
+        setStatus(R"({"network":{"eth0":{"linkStatus":)" + ethernet + "}}}");
+        setStatus(R"({"network":{"valens":{"linkStatus":)" + hdbaset + "}}}");
+        setStatus(R"({"network":{"eth0":{"ipSettings":{"gateway":)" + gateway + "}}}}");
+        EXPECT_EQ(typed("IPCFG"), expected) << bootProto << " " << ethernet << " " << hdbaset << " " << gateway;
+    }
+}
+
+TEST_F(SystemTest, RebootsWhetherAskedForOrRefused) {
+    static useconds_t waited;
+    rebootWait = [](useconds_t time) {
+        EXPECT_TRUE(shellLines().empty());
+        return static_cast<int>(waited = time);
+    };
+    EXPECT_EQ(typed("Reboot"), "Reboot\r\n");
+    EXPECT_EQ(published(), Lines{"UpgradeSlaveVersionQuery Sys Reboot\r"});
+    EXPECT_EQ(waited, 3'000'000U);
+    EXPECT_EQ(shellLines(), Lines{"reboot"});
+    reset();
+    EXPECT_EQ(typed("Reboot now"), "Command FAILED: (Reboot now)\r\n");
+    EXPECT_TRUE(published().empty());
+    EXPECT_EQ(shellLines(), Lines{"reboot"});
+}
+
+TEST_F(SystemTest, GivesItsOrdersToTheServices) {
+    for (const std::string line : {"Update", "USBSW x", "USBSW 1", "USBSW 2", "USBSW 3", "debug MCU"}) {
+        EXPECT_EQ(typed(line), line + "\r\n");
+    }
+    setStatus(R"({"system":{"update":{"progressEvent":{"isOn":true}}}})");
+    EXPECT_EQ(typed("Update x") + typed("Mreset") + typed("Zebulax off"), "Update x\r\n");
+    EXPECT_EQ(calls(), (Lines{"systemd sshUpdate On", "intermcud trigerUsb Off", "intermcud trigerUsb OUTA",
+                              "intermcud trigerUsb VALENS_UART_UPDATE", "intermcud trigerUsb On",
+                              "intermcud debugMCU On", "kxcmdd receiveFromUartString KX_Display Off"}));
+    EXPECT_EQ(published(), Lines{"UpgradeSlaveVersionQuery Sys Default\r"});
+}
+
+TEST_F(SystemTest, TellsHowLongItHasBeenUp) {
+    const long bootTime = static_cast<long>(std::time(nullptr)) - 90061;
+    setStatus(R"({"time":{"status":{"bootUpTime":)" + std::to_string(bootTime) + ".0}}}");
+    EXPECT_NE(typed("System sta").find("On/Up Time <dd HH:mm:ss>: 01 01:01:"), std::string::npos);
+    EXPECT_STREQ(formatUptime(86400.0 * 124 - 0.1).c_str(), "123 23:59:59");
+    EXPECT_STREQ(formatUptime(1e300).c_str(), "00 00:00:00");
+}
+
+}  // namespace
