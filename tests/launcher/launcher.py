@@ -13,7 +13,7 @@ NAMES = ["*cmdd", "*cmdd9000port", "*cmdd9001port", "*cmdd9002port"]
 class Launcher:
     """A running launcher on a device root of its own; no bus."""
 
-    def __init__(self, *arguments, preexec=None, prefix=()):
+    def __init__(self, *arguments, prefix=()):
         self.root = tempfile.TemporaryDirectory()
         os.makedirs(self.root.name + "/usr/bin")
         os.makedirs(self.root.name + "/sbin")
@@ -22,9 +22,9 @@ class Launcher:
         for name in ("reboot", "killall"):
             os.symlink("/bin/true", f"{self.root.name}/sbin/{name}")
         ready, told = os.pipe()
-        environment = {"PATH": os.environ["PATH"], "DEVICE_ROOT": self.root.name, "READY_FD": str(told), "SECRET": "of the launcher"}
+        environment = {"PATH": os.environ["PATH"], "DEVICE_ROOT": self.root.name, "READY_FD": str(told), "SECRET": "own"}
         command = [*prefix, os.environ["LAUNCHER"], "--port", "0", "--ports", "0,0,0", *arguments]
-        self.process = subprocess.Popen(command, env=environment, pass_fds=[told], preexec_fn=preexec)
+        self.process = subprocess.Popen(command, env=environment, pass_fds=[told])
         os.close(told)
         with os.fdopen(ready) as line:
             self.address, *ports = line.readline().split()

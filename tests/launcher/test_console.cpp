@@ -2,7 +2,6 @@
 /// line that begins with '!' makes it do what a test needs a console to do.
 #include <csignal>
 #include <cstdlib>
-#include <fcntl.h>
 #include <string>
 #include <unistd.h>
 
@@ -21,11 +20,6 @@ void printEnvironment() {
     for (char** variable = environ; *variable != nullptr; ++variable) print(std::string(*variable) + "\n");
 }
 
-void printDescriptors() {
-    for (int fd = 0; fd < 1024; ++fd)
-        if (fcntl(fd, F_GETFD) >= 0) print(std::to_string(fd) + " ");
-}
-
 void ignoreEnding() {
     std::signal(SIGHUP, SIG_IGN);
     std::signal(SIGTERM, SIG_IGN);
@@ -42,13 +36,9 @@ void tick() {
     }
 }
 
-void obey(const std::string& line, const char* programName) {
-    if (line == "!name") print(programName);
+void obey(const std::string& line) {
     if (line == "!environment") printEnvironment();
-    if (line == "!descriptors") printDescriptors();
     if (line == "!pid") print(std::to_string(getpid()));
-    if (line == "!folder") print(get_current_dir_name());
-    if (line == "!flood") print(std::string(4'000'000, 'x'));
     if (line == "!last words") print(std::string(30'000, 'w') + "end"), std::exit(0);
     if (line == "!stubborn") ignoreEnding();
     if (line == "!ticks") tick();
@@ -58,7 +48,7 @@ void obey(const std::string& line, const char* programName) {
 
 }  // namespace
 
-int main(int, char** argv) {
+int main() {
     print(">");
     std::string line;
     for (char byte; read(STDIN_FILENO, &byte, 1) == 1;) {
@@ -67,7 +57,7 @@ int main(int, char** argv) {
             line += byte;
             continue;
         }
-        if (line.starts_with('!')) obey(line, argv[0]);
+        if (line.starts_with('!')) obey(line);
         line.clear();
     }
 }
