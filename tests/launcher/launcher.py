@@ -22,7 +22,7 @@ class Launcher:
         for name in ("reboot", "killall"):
             os.symlink("/bin/true", f"{self.root.name}/sbin/{name}")
         ready, told = os.pipe()
-        environment = {"PATH": os.environ["PATH"], "DEVICE_ROOT": self.root.name, "READY_FD": str(told), "SECRET": "own"}
+        environment = {"PATH": os.environ["PATH"], "DEVICE_ROOT": self.root.name, "READY_FD": str(told), "SECRET": "x"}
         command = [*prefix, os.environ["LAUNCHER"], "--port", "0", "--ports", "0,0,0", *arguments]
         self.process = subprocess.Popen(command, env=environment, pass_fds=[told])
         os.close(told)

@@ -19,12 +19,11 @@ void store(const std::string& key, const std::string& content, const std::string
         commands(R"({"content":{")" + key + R"(":")" + content + R"("},"end":{")" + key + R"(":")" + end + R"("}})"));
 }
 
-/// A call as the daemons get it; `start` and `flags` are fields as they stand in it.
+/// A call as the daemons get it; `flags` are fields as they stand in it.
 std::string request(const std::string& sent, const std::string& expected,
-                    const std::string& flags = R"("fbEndNone":0,"leadingFlag":1,"writeNull":0,"readNull":0)",
-                    const std::string& start = R"("fiveSecDelay":0 ,"fbVerify":0 ,"sendcount":1 )") {
-    return R"(SetCmdOn {"displayControl":{)" + start + R"(,"sendData":")" + sent + R"(","fbData":")" + expected +
-           R"(",)" + flags + "}}";
+                    const std::string& flags = R"("fbEndNone":0,"leadingFlag":1,"writeNull":0,"readNull":0)") {
+    return R"(SetCmdOn {"displayControl":{"fiveSecDelay":0 ,"fbVerify":0 ,"sendcount":1 ,"sendData":")" + sent +
+           R"(","fbData":")" + expected + R"(",)" + flags + "}}";
 }
 
 class Triggers : public testing::Test {
@@ -35,7 +34,6 @@ class Triggers : public testing::Test {
         store("feedbackOn", "4F 4B", "LF");
     }
 
-    const std::string powerRequest = request("50 57 52 0D", "4F 4B 0A");
     const std::string tooLong = "lpc_proxy_call: Message too long\n";
 };
 
@@ -68,27 +66,6 @@ TEST_F(Triggers, EveryEndWordEndsAStringInItsWay) {
     }
 }
 
-TEST_F(Triggers, OnlyTheLinesOfPowerReachAStringAndStoredTextsStayInsideIt) {
-    store("on", R"(\",\"x\":\"%n)", "None");
-    for (const char* row : {"TrigRS1 mute", "TrigRS1 vol+", "TrigIP1 vol-", "TrigIP1 on x", "TrigIP1 on "}) {
-        EXPECT_EQ(typed(row), "");
-    }
-    EXPECT_EQ(calls(), Lines{});
-    EXPECT_EQ(typed("TrigIP1 on"), "");
-    EXPECT_EQ(calls(), Lines{"displayControlTelnetClient " + request(R"(\",\"x\":\"%n)", "4F 4B 0A")});
-}
-
-TEST_F(Triggers, ABusyTransportOrAMissingTextDropsTheCommand) {
-    setStatus(output(R"({"transmission":{"rs232":true}})"));
-    store("mute", "4D", "CR");
-    sendTrigger(rs232, powerOn);
-    sendTrigger(telnet, volumeUp);
-    sendTrigger(telnet, mute);
-    EXPECT_EQ(calls(), Lines{});
-    sendTrigger(telnet, powerOn);
-    EXPECT_EQ(calls(), Lines{"displayControlTelnetClient " + powerRequest});
-}
-
 TEST_F(Triggers, AFailedCallFreesTheTransportAndEndsThePieces) {
     setConfig(commands(R"({"commandWait":true})"));
     store("on", "41 2c 42 2c 43", "CR");
@@ -112,16 +89,6 @@ TEST_F(Triggers, ARequestThatDoesNotFitIsAFailedCall) {
     setConfig(commands(R"({"commandWait":true})"));
     EXPECT_EQ(captureErrors([] { sendTrigger(rs232, powerOn); }), tooLong);
     EXPECT_EQ(calls().size(), 1U);
-}
-
-TEST_F(Triggers, TheButtonSendsOverTheConfiguredControlType) {
-    for (const char* key : {"mute", "feedbackMute"}) store(key, "4D", "CR");
-    for (const char* type : {"rs-232", "ip", "cec", "smoke"}) {
-        setConfig(output(R"({"controlType":")" + std::string(type) + "\"}"));
-        EXPECT_EQ(typed("DispBtn mute"), "");
-    }
-    EXPECT_EQ(calls(), (Lines{"displayControl " + request("4D 0D", "4D 0D"),
-                              "displayControlTelnetClient " + request("4D 0D", "4D 0D"), "intermcud TrigCEC mute"}));
 }
 
 TEST_F(Triggers, EndWordsAreShownInBrackets) {
