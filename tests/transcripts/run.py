@@ -4,7 +4,6 @@
     == title              a scene; its consoles end with it, and the lines before the first scene open each of them
     open A B              consoles over telnet; "open C 9001" on another port
     double A: fail x; ..  a console on the device in memory, steered by these words (double/script.cpp)
-    close A               hangs up
     A> text => reply      typed on A and ended by CR, and what A answers; no reply is silence
     A> text =>> reply     ... and what every open console shows
     A= text               answered with the line itself
@@ -44,6 +43,7 @@ import termios
 import time
 
 PATIENCE = 10
+FENCE = re.compile(rb"\?\d+\r\r\nCommand FAILED: \(\?\d+\)\r\n|fence-\d+\r\n")
 TELNET_PIECE = re.compile(rb"([^\xff]+)|\xff(?:(\xff)|[\xfb-\xfe].)", re.S)
 
 
@@ -103,28 +103,12 @@ class Console:
             data = data[os.write(self.fileno(), data):]
 
 
-class Lines:
-    """The lines of a program that keeps running."""
-
-    def __init__(self, stream):
-        self.stream, self.rest, self.lines, self.closed = stream, b"", [], False
-
-    def fileno(self):
-        return self.stream.fileno()
-
-    def receive(self):
-        data = os.read(self.fileno(), 65536)
-        self.closed = not data
-        *whole, self.rest = (self.rest + data).split(b"\n")
-        self.lines += [line.decode("latin-1") for line in whole]
-
-
 class Device:
     """A device in a root of its own, started when it is first asked for, and all that the runner holds of it."""
 
     def __init__(self, programs):
-        self.programs, self.consoles, self.scope, self.fences = programs, {}, contextlib.ExitStack(), itertools.count(17)
-        self.sources, self.root, self.watched = [], None, Lines(None)
+        self.programs, self.scope, self.fences = programs, contextlib.ExitStack(), itertools.count(17)
+        self.root, self.consoles, self.forgotten = None, {}, 0
 
     def __enter__(self):
         return self
@@ -136,33 +120,37 @@ class Device:
     def start(self):
         if self.root is not None:
             return
-        self.root = self.scope.enter_context(tempfile.TemporaryDirectory())
+        folder = pathlib.Path(self.scope.enter_context(tempfile.TemporaryDirectory()))
+        self.root, self.events = folder / "root", folder / "events"
         with contextlib.ExitStack() as scope:
             free = [scope.enter_context(socket.create_server(("127.0.0.1", 0))).getsockname()[1] for _ in range(4)]
         self.ports = dict(zip(["23", "9000", "9001", "9002"], free))
         telnet, *raw = map(str, free)
-        output = self.run(self.programs.device, "--root", self.root, "--port", telnet, "--ports", ",".join(raw))
-        self.pump(lambda: output.lines or output.closed, "the device is ready")
-        compare("the device's first line", [f"ready: telnet 127.0.0.1 {telnet}"], output.lines)
-        self.watched = self.run(self.programs.devicectl, "--root", self.root, "watch")
+        device = self.run(self.programs.device, "--port", telnet, "--ports", ",".join(raw), stdout=subprocess.PIPE)
+        compare("the device's first line", [f"ready: telnet 127.0.0.1 {telnet}\n"], [device.stdout.readline().decode()])
+        with open(self.events, "wb") as events:
+            self.run(self.programs.devicectl, "watch", stdout=events)
         self.await_listeners()
 
-    def run(self, *command):
-        """Starts a program that runs until the end; its lines."""
-        process = self.scope.enter_context(subprocess.Popen(command, stdout=subprocess.PIPE))
+    def run(self, program, *words, stdout):
+        """Starts a program that runs until the end."""
+        process = self.scope.enter_context(subprocess.Popen([program, "--root", self.root, *words], stdout=stdout))
         self.scope.callback(process.terminate)
-        self.sources.append(Lines(process.stdout))
-        return self.sources[-1]
+        return process
+
+    def watched(self):
+        """What the bus has carried and was not forgotten."""
+        return self.events.read_text("latin-1").split("\n")[self.forgotten:-1]
 
     def pump(self, condition, what, patience=PATIENCE):
         """Takes in what arrives until the condition holds."""
         deadline = time.monotonic() + patience
         while not condition():
-            live = [source for source in [*self.sources, *self.consoles.values()] if not source.closed]
+            live = [console for console in self.consoles.values() if not console.closed]
             if time.monotonic() > deadline:
                 raise Failure(f"waited {patience} s in vain until {what}")
-            for source in select.select(live, [], [], 0.01)[0]:
-                source.receive()
+            for console in select.select(live, [], [], 0.01)[0]:
+                console.receive()
 
     def control(self, words):
         """Runs devicectl; its lines."""
@@ -190,49 +178,36 @@ class Device:
         self.consoles[name] = console = Console(os.fdopen(terminal, "rb", 0))
         self.pump(lambda: not termios.tcgetattr(console.fileno())[3] & termios.ECHO, f"console {name} is raw")
 
-    def close(self, name):
-        self.consoles.pop(name).descriptor.close()
-
     def close_all(self):
         for name in [*self.consoles]:
-            self.close(name)
+            self.consoles.pop(name).descriptor.close()
 
     def await_listeners(self):
-        """Waits until whoever was just started hears events, and forgets the events that this took."""
-        for _ in range(50):
+        """Waits until whoever was just started hears events."""
+        for _ in range(49):
             with contextlib.suppress(Failure):
-                self.await_event_fence(PATIENCE / 50)
-                break
+                return self.await_event_fence(PATIENCE / 50)
         self.await_event_fence()
-        self.watched.lines = []
-        for console in self.consoles.values():
-            console.seen = re.sub(rb"fence-\d+\r\n", b"", console.seen)
 
     def await_event_fence(self, patience=PATIENCE):
         """An event behind all others: what its consoles and the watcher have not shown by now will never come."""
         if self.root is None:
             return
         fence = f"fence-{next(self.fences)}"
-        line, event = fence.encode() + b"\r\n", f"event CommandFeedback {fence}"
         listening = [each for each in self.consoles.values() if each.hears_events]
         self.control(f"publish CommandFeedback {fence}")
-        self.pump(lambda: event in self.watched.lines and all(line in each.seen or each.closed for each in listening),
+        self.pump(lambda: f"event CommandFeedback {fence}" in self.watched()
+                  and all(f"{fence}\r\n".encode() in each.seen or each.closed for each in listening),
                   f"all consoles and the watcher show {fence}", patience)
-        for console in listening:
-            console.seen = console.seen.replace(line, b"", 1)
-        self.watched.lines.remove(event)
 
     def await_line_fence(self, console):
         """A line behind all others, which the main thread answers last."""
         word = f"?{next(self.fences)}".encode()
         console.send(word + b"\r", self.pump)
-        answer = b"Command FAILED: (" + word + b")\r\n"
-        self.pump(lambda: answer in console.seen or console.closed, "the console answers another line")
-        console.seen = console.seen.replace(word + b"\r\r\n" + answer, b"", 1)
+        self.pump(lambda: b"FAILED: (" + word + b")\r\n" in console.seen or console.closed, "another line is answered")
 
     def has_log(self, wanted):
-        files = [path for path in pathlib.Path(self.root, "log").rglob("*") if path.is_file()]
-        return any(wanted.encode() in path.read_bytes() for path in files)
+        return wanted.encode() in (self.root / "log/device.log").read_bytes()
 
 
 class Step:
@@ -255,13 +230,10 @@ class Step:
     def play(self, device):
         output, expected = [], self.expected
         if self.verb == "open":
-            *names, last = self.operand.split()
-            for name in names if last.isdigit() else [*names, last]:
-                device.open(name, *([last] if last.isdigit() else []))
+            for name in re.findall("[A-Z]", self.operand):
+                device.open(name, *re.findall(r"\d+", self.operand))
         elif self.verb == "double":
             device.open_double(*self.operand.split(": ", 1))
-        elif self.verb == "close":
-            device.close(self.operand)
         elif self.verb == "$":
             output = self.ask(device)
         else:
@@ -308,19 +280,21 @@ class Step:
         if self.closed != set(device.consoles):
             device.await_event_fence()
         for name, console in device.consoles.items():
-            compare(f"on console {name}", shown(expected.get(name, b"")), shown(console.seen))
+            compare(f"on console {name}", shown(expected.get(name, b"")), shown(FENCE.sub(b"", console.seen)))
             compare(f"session {name} ended", [str(name in self.closed)], [str(console.closed)])
             console.seen = b""
         for name in self.closed:
-            device.close(name)
+            device.consoles.pop(name).descriptor.close()
+        watched = device.watched() if device.root else []
+        device.forgotten += len(watched)
         if self.watched:
-            compare("on the bus", [line for line in self.watched if line != "nothing"], device.watched.lines)
-        device.watched.lines = []
+            carried = [line for line in watched if not line.startswith("event CommandFeedback fence-")]
+            compare("on the bus", [line for line in self.watched if line != "nothing"], carried)
         for wanted in self.logged:
             device.pump(lambda: device.has_log(wanted), f"the log holds {wanted!r}")
 
 
-ACTION = re.compile(r"(open|close|double|\$|[A-Z]>>|[A-Z][>=!]) (.*)")
+ACTION = re.compile(r"(open|double|\$|[A-Z]>>|[A-Z][>=!]) (.*)")
 EXPECTATION = re.compile(r"([A-Z]+::?|[A-Z]+ closed|\||\*|log:)(?: (.*))?$")
 
 
