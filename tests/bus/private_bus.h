@@ -1,14 +1,11 @@
-/// A bus of the test's own in a device root of its own, which can be frozen, and who listens there.
+/// A bus of the test's own, which can be frozen, and who listens there.
 #pragma once
 
-#include "host/base/device_root.h"
 #include "host/bus/bus_config.h"
 #include "host/bus/subscriptions.h"
 #include "platform/event_bus.h"
 
 #include <csignal>
-#include <cstdlib>
-#include <filesystem>
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <string>
@@ -16,24 +13,8 @@
 #include <unistd.h>
 #include <vector>
 
-/// One root for the whole program, since a process belongs to one device for its life. Its name has what addresses
-/// must escape.
-class TestRoot {
-  public:
-    TestRoot() {
-        if (mkdtemp(path_.data()) == nullptr) std::abort();
-        host::setDeviceRoot(path_);
-    }
-    ~TestRoot() { std::filesystem::remove_all(path_); }
-
-  private:
-    std::string path_ = std::filesystem::temp_directory_path() / "bus, test XXXXXX";
-};
-
 class PrivateBus : public testing::Test {
   protected:
-    static void SetUpTestSuite() { static const TestRoot root; }
-
     void SetUp() override {
         const std::string config = "--config-file=" + host::writeBusConfig();
         int ready[2];

@@ -57,35 +57,20 @@ TEST(Store, AnnouncesEveryBranchThatChangedInItsOwnWords) {
 TEST(Store, RefusesWhatItCouldNotStoreAsItStands) {
     Store store(newStore(R"({"a":1})"));
     takePublished();
+    const auto expectRefused = [&store](std::initializer_list<std::string> documents) {
+        for (const std::string& document : documents) {
+            errno = 0;
+            EXPECT_FALSE(store.update(document.c_str())) << document.substr(0, 40);
+            EXPECT_EQ(EINVAL, errno);
+        }
+    };
+    expectRefused({"", "1", "[]", "null", "\"a\"", R"({"a":2)", R"({"a":2} {"a":3})", R"({"a":2}})"});
+    expectRefused({R"({"a":2,})", R"({a:2})", R"({"a":'2'})", R"({"a":02})", R"({"a":"x)", R"({"a":NaN})"});
+    expectRefused({R"({"a":1e999})", R"({"a":99999999999999999999})", R"({"a":[-99999999999999999999]})"});
+    expectRefused({R"({"a":"\u0000"})", R"({"a\u0000b":2})", R"({"b":2,"a":"\q"})"});
     std::string nested = "1";
     for (int depth = 0; depth < 40; ++depth) nested = R"({"a":)" + nested + "}";
-    for (const std::string& document : {std::string(),
-                                        std::string("1"),
-                                        std::string("[]"),
-                                        std::string("null"),
-                                        std::string("\"a\""),
-                                        std::string(R"({"a":2)"),
-                                        std::string(R"({"a":2} {"a":3})"),
-                                        std::string(R"({"a":2}})"),
-                                        std::string(R"({"a":2,})"),
-                                        std::string(R"({a:2})"),
-                                        std::string(R"({"a":'2'})"),
-                                        std::string(R"({"a":02})"),
-                                        std::string(R"({"a":"x)"),
-                                        std::string(R"({"a":NaN})"),
-                                        std::string(R"({"a":1e999})"),
-                                        std::string(R"({"a":99999999999999999999})"),
-                                        std::string(R"({"a":[-99999999999999999999]})"),
-                                        std::string(R"({"a":"\u0000"})"),
-                                        std::string(R"({"a\u0000b":2})"),
-                                        std::string(R"({"b":2,"a":"\q"})"),
-                                        nested,
-                                        std::string(100000, '['),
-                                        std::string(100000, '{')}) {
-        errno = 0;
-        EXPECT_FALSE(store.update(document.c_str())) << document.substr(0, 40);
-        EXPECT_EQ(EINVAL, errno);
-    }
+    expectRefused({nested, std::string(100000, '['), std::string(100000, '{')});
     EXPECT_EQ(R"({"a":1})", contentOf(store));
     EXPECT_EQ(Events{}, takePublished());
 }

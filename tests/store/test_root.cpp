@@ -12,10 +12,11 @@
 
 namespace {
 
+/// Its name has what addresses must escape.
 class TestRoot {
   public:
     TestRoot() {
-        std::string path = std::filesystem::temp_directory_path() / "store_test-XXXXXX";
+        std::string path = std::filesystem::temp_directory_path() / "host; test=XXXXXX";
         host::setDeviceRoot(mkdtemp(path.data()));
         host::prepareLog();
     }

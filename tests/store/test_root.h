@@ -1,4 +1,4 @@
-/// A device root of this test program's own, removed when it ends, and the stores that the tests make in it.
+/// A device root of the test program's own, removed when it ends, and the stores that the tests make in it.
 #pragma once
 
 #include "host/store/store.h"
