@@ -1,7 +1,8 @@
+#include "console/dispatcher.h"
 #include "double/platform_double.h"
 #include "system/maintenance.h"
 #include "system/uptime.h"
-#include "tests/typed.h"
+#include "tests/capture.h"
 
 #include <ctime>
 #include <gtest/gtest.h>
@@ -9,6 +10,11 @@
 using namespace platform_double;
 
 namespace {
+
+/// What the console answers to `line`.
+std::string typed(const std::string& line) {
+    return capture([&line] { dispatchCommand(line.c_str()); });
+}
 
 /// On an empty device in memory, with broadcast off, so that every command answers by itself.
 class SystemTest : public testing::Test {

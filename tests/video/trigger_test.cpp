@@ -1,7 +1,7 @@
 #include "video/trigger.h"
 
 #include "double/platform_double.h"
-#include "tests/typed.h"
+#include "tests/capture.h"
 #include "video/end_word_report.h"
 #include "video/trigger_pacing.h"
 
