@@ -45,6 +45,21 @@ class StartAndEnd(unittest.TestCase):
         self.assertEqual((done.returncode, done.stdout), (1, ""))
         self.assertIn("device: warning: anyone who reaches 192.0.2.1 can operate this device\n", done.stderr)
 
+    def test_the_stand_ins_serve_nobody_outside_their_root(self):
+        with Device() as device, tempfile.TemporaryDirectory() as elsewhere:
+            for command in (["reboot"], ["killall", "*cmdd"], ["factory_tool", "-w", "SerialNumber", "x"]):
+                path = f"{elsewhere}/{command[0]}"
+                os.symlink(os.path.realpath(f"{device.root}/sbin/reboot"), path)
+                self.assertEqual(self.status_of(device, path, *command[1:]), 1)
+            self.assertEqual(self.status_of(device, f"{device.root}/sbin/killall", "sshd"), 1)
+            self.assertEqual(self.status_of(device, f"{device.root}/mnt/mtd/bin/factory_tool", "-x"), 1)
+            self.assertNotEqual(device.ctl("factory", "get", "SerialNumber").stdout, "x\n")
+            self.assertTrue(device.answers())
+
+    def status_of(self, device, *command):
+        environment = {"DEVICE_ROOT": device.root}
+        return subprocess.run(command, env=environment, capture_output=True, timeout=20, check=False).returncode
+
     def test_nothing_is_left_however_it_ends(self):
         for number, status in ((signal.SIGINT, 0), (signal.SIGTERM, 0), (signal.SIGKILL, -9)):
             with Device() as device, device.console() as first, device.console() as second:
