@@ -11,7 +11,9 @@
 #include "text/text.h"
 #include "video/link_report.h"
 
+#include <cstdint>
 #include <cstdio>
+#include <ctime>
 #include <unistd.h>
 
 namespace {
@@ -86,6 +88,15 @@ void onUpgradeState(void* /*userData*/, const char* state) {
     std::printf("unknown upgrade state : %s\n", state);
 }
 
+constexpr int listenerLimit = 200;         // milliseconds
+constexpr useconds_t listenerPause = 100;  // microseconds, and more where the clock is coarse
+
+std::int64_t millisecondsNow() {
+    timespec now;
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    return std::int64_t{now.tv_sec} * 1000 + now.tv_nsec / 1'000'000;
+}
+
 constexpr BusSubscription subscriptions[] = {
     {"controlUserConfigChanged", onConfigChanged, controlCategory},
     {"configUserConfigChanged", onConfigChanged, configCategory},
@@ -108,6 +119,6 @@ void* eventListenerThread(void* sessionContext) {
 }
 
 void awaitListener() {
-    constexpr useconds_t limit = 200'000, pause = 100;
-    for (useconds_t waited = 0; waited < limit && sessionListening == 0; waited += pause) usleep(pause);
+    const std::int64_t end = millisecondsNow() + listenerLimit;
+    while (sessionListening == 0 && millisecondsNow() < end) usleep(listenerPause);
 }
