@@ -46,7 +46,7 @@ Device::Device(const std::filesystem::path& build, std::filesystem::path root) :
     std::array<int, 2> pipe{};
     if (pipe2(pipe.data(), O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
     host::UniqueFd input(pipe[0]), output(pipe[1]);
-    pid_ = startSupervisor(build / "host/device/device", root_, output.get());
+    pid_ = startSupervisor(build / "host/supervisor/supervisor", root_, output.get());
     output.reset();
     port_ = awaitReady(input.release());
     if (port_ == 0) throw std::runtime_error("the device did not start");

@@ -1,8 +1,8 @@
 #include "console/bus_loop.h"
 
+#include "console/mutex.h"
 #include "console/session.h"
 #include "text/fixed_text.h"
-#include "text/mutex.h"
 
 #include <cerrno>
 #include <cstdio>

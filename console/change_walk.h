@@ -1,8 +1,8 @@
 /// Turns changed leaves back into rows of the command table and prints them.
 #pragma once
 
+#include "command/command.h"
 #include "platform/json_token.h"
-#include "settings/command.h"
 
 /// Shows every leaf of `changes`, in the document's order. A bare value instead of an object is a leaf named
 /// `category`.

@@ -1,7 +1,7 @@
 /// One row of the command table.
 #pragma once
 
-#include "settings/command.h"
+#include "command/command.h"
 
 #include <string_view>
 

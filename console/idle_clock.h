@@ -1,7 +1,7 @@
 /// The time a session may still be idle.
 #pragma once
 
-#include "text/mutex.h"
+#include "console/mutex.h"
 
 #include <atomic>
 #include <cstdint>

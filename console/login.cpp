@@ -1,11 +1,11 @@
 #include "console/login.h"
 
+#include "command/log.h"
+#include "command/owned_token.h"
 #include "console/session.h"
 #include "platform/lpc.h"
 #include "platform/user_config.h"
 #include "platform/user_status.h"
-#include "settings/log.h"
-#include "settings/owned_token.h"
 #include "text/fixed_text.h"
 #include "text/text.h"
 

@@ -1,7 +1,7 @@
 #include "console/zone_text.h"
 
+#include "command/command.h"
 #include "platform/lpc.h"
-#include "settings/command.h"
 #include "text/replace_all.h"
 #include "text/text.h"
 

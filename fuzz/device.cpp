@@ -29,13 +29,13 @@ void addLeaves(json_object* value, const std::string& path, Leaves& leaves) {
 }  // namespace
 
 Device::Device() {
-    platform_double::setConfig(host::defaultSettings);
-    platform_double::setConfig(furtherSettings);
-    platform_double::setStatus(host::defaultStatus);
+    fake_platform::setConfig(host::defaultSettings);
+    fake_platform::setConfig(furtherSettings);
+    fake_platform::setStatus(host::defaultStatus);
     for (const char* key : {"MacAddr", "SerialNumber", "ManufactoryID", "ProductID", "FirmwareVer"}) {
-        platform_double::setFactoryData(key, "00:11:22:33:44:55");
+        fake_platform::setFactoryData(key, "00:11:22:33:44:55");
     }
-    platform_double::setLogLevel(9);
+    fake_platform::setLogLevel(9);
 }
 
 Leaves leavesOf(const std::string& document) {
@@ -46,8 +46,8 @@ Leaves leavesOf(const std::string& document) {
 }
 
 Leaves storedLeaves() {
-    Leaves leaves = leavesOf(platform_double::config());
-    leaves.merge(leavesOf(platform_double::status()));
+    Leaves leaves = leavesOf(fake_platform::config());
+    leaves.merge(leavesOf(fake_platform::status()));
     return leaves;
 }
 

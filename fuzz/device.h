@@ -1,7 +1,7 @@
 /// The device in memory as every input finds it.
 #pragma once
 
-#include "double/platform_double.h"
+#include "tests/fake_platform/fake_platform.h"
 
 #include <map>
 
@@ -12,7 +12,7 @@ namespace fuzz {
 class Device {
   public:
     Device();
-    ~Device() { platform_double::reset(); }
+    ~Device() { fake_platform::reset(); }
     Device(const Device&) = delete;
     Device& operator=(const Device&) = delete;
 };

@@ -31,7 +31,7 @@ SessionContext& startListener() {
     pthread_t thread;
     pthread_create(&thread, nullptr, eventListenerThread, &session);
     pthread_detach(thread);
-    fuzz::require(platform_double::awaitSubscription(events[8]), "the listener starts");
+    fuzz::require(fake_platform::awaitSubscription(events[8]), "the listener starts");
     return session;
 }
 
@@ -66,10 +66,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (size == 0) return 0;
     const fuzz::Device device;
     session.kind = (data[0] & ordinaryConsole) != 0 ? 4 : 1;
-    if ((data[0] & broadcastOff) == 0) platform_double::setConfig(R"({"system":{"broadcast":true}})");
+    if ((data[0] & broadcastOff) == 0) fake_platform::setConfig(R"({"system":{"broadcast":true}})");
     const std::string event = events[(data[0] & 0x0F) % std::size(events)];
     const std::string payload = std::string(data + 1, data + size).c_str();  // a payload ends at its first NUL
-    fuzz::require(platform_double::deliver(event, payload), "the listener listens on");
+    fuzz::require(fake_platform::deliver(event, payload), "the listener listens on");
     checkOutput(event, payload, console.replies.take());
     console.complaints.take();
     return 0;

@@ -52,7 +52,7 @@ void checkReports(const std::string& transmitter, const std::string& receiver, f
 void checkStoredNumber(const std::string& text, const char* side, const char* key, std::size_t at, std::size_t width) {
     const std::string path = std::string(R"({"video":{"vidIn":{"hdbtIn":{"hdbtIn1":{"linkMonitoring":{")") + side +
                              "\":{\"" + key + "\":0}}}}}}}";
-    fuzz::require(platform_double::status(path) == std::to_string(numberAt(text, at, width)),
+    fuzz::require(fake_platform::status(path) == std::to_string(numberAt(text, at, width)),
                   "the status holds what the text says", text);
 }
 
@@ -70,6 +70,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     checkStoredNumber(transmitter, "TX", "cableLength", 55, 2);
     checkStoredNumber(receiver, "RX", "totalBER", 57, 8);
     checkStoredNumber(receiver, "RX", "retr", 65, 8);
-    platform_double::reset();
+    fake_platform::reset();
     return 0;
 }

@@ -35,10 +35,10 @@ constexpr const char* fallible[] = {
 
 /// A letter of the alphabet makes the next call of a function fail; "r" and "R" have a service answer.
 void happen(LineReader& reader, unsigned char what) {
-    if (what == 'r') return platform_double::setReply("systemd", "sshAddUser", "success");
-    if (what == 'R') return platform_double::setReply("systemd", "sshAddUser", "fail: the name is taken");
+    if (what == 'r') return fake_platform::setReply("systemd", "sshAddUser", "success");
+    if (what == 'R') return fake_platform::setReply("systemd", "sshAddUser", "fail: the name is taken");
     if (what < 'a' || what - 'a' >= static_cast<int>(std::size(fallible))) return reader.takeSilence();
-    platform_double::fail(fallible[what - 'a'], 1);
+    fake_platform::fail(fallible[what - 'a'], 1);
 }
 
 void type(const std::uint8_t* bytes, std::size_t count) {
@@ -56,7 +56,7 @@ void type(const std::uint8_t* bytes, std::size_t count) {
 }
 
 void checkShellLines() {
-    for (const std::string& line : platform_double::shellLines()) {
+    for (const std::string& line : fake_platform::shellLines()) {
         fuzz::require(fuzz::ShellWords::of(line).has_value(), "no shell sees what was typed", line);
     }
 }
@@ -65,7 +65,7 @@ void checkShellLines() {
 char kindOf(char first) { return first == '-' || (first >= '0' && first <= '9') ? '0' : first == 't' ? 'f' : first; }
 
 void checkUpdates(const fuzz::Leaves& stored) {
-    for (const std::string& update : platform_double::updates()) {
+    for (const std::string& update : fake_platform::updates()) {
         for (const auto& [path, value] : fuzz::leavesOf(update)) {
             const auto old = stored.find(path);
             fuzz::require(old != stored.end(), "no line makes a leaf", update);

@@ -71,7 +71,7 @@ void checkSetting(const TextCommand& command, const std::string& text, fuzz::Con
     const std::string line = std::string(command.opening).append(text).append(command.ending);
     dispatchCommand(line.c_str());
     const std::string reply = replies.take();
-    const platform_double::Lines updates = platform_double::updates();
+    const fake_platform::Lines updates = fake_platform::updates();
     const std::optional<std::string> value = expectedValue(command, text);
     fuzz::require(isRefused(reply) == !value, "a text is refused when it does not fit", line + "\n" + reply);
     fuzz::require(updates.size() == (value ? 1 : 0), "only what is not refused is stored", line);
@@ -83,7 +83,7 @@ void checkFactoryText(const std::string& text, fuzz::ConsoleOutput& replies) {
     dispatchCommand((factoryOpening + text).c_str());
     const std::string value = asArgument(text);
     fuzz::require(isRefused(replies.take()) == value.empty(), "only an empty number is refused", text);
-    for (const std::string& line : platform_double::shellLines()) {
+    for (const std::string& line : fake_platform::shellLines()) {
         const std::vector<std::string> expected = {"/mnt/mtd/bin/factory_tool", "-w", "SerialNumber", value};
         fuzz::require(fuzz::ShellWords::of(line) == expected, "the tool gets the text as one argument", line);
     }

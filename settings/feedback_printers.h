@@ -1,7 +1,7 @@
 /// The printers that rows of any floor share: each shows a changed value as the command line of its row.
 #pragma once
 
-#include "settings/command.h"
+#include "command/command.h"
 
 /// For rows that have nothing to show.
 void printNothing(const char* rowName, const ChangedValue& value);

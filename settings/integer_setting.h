@@ -1,7 +1,7 @@
 /// Settings that store one number typed in decimal digits, with "sta" to show it.
 #pragma once
 
-#include "settings/command.h"
+#include "command/command.h"
 #include "settings/write_path.h"
 
 /// Accepted values, both ends included.

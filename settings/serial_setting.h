@@ -1,7 +1,7 @@
 /// The line parameters of the serial interfaces: baud rate, data bits, parity and stop bits in one step.
 #pragma once
 
-#include "settings/command.h"
+#include "command/command.h"
 
 #include <array>
 

@@ -1,7 +1,7 @@
 /// Settings with the words "on", "off" and "sta" over a stored truth value.
 #pragma once
 
-#include "settings/command.h"
+#include "command/command.h"
 #include "settings/write_path.h"
 
 struct SwitchRules {

@@ -1,7 +1,7 @@
 /// Settings that store a text as it was typed.
 #pragma once
 
-#include "settings/command.h"
+#include "command/command.h"
 
 #include <cstddef>
 

@@ -1,7 +1,7 @@
 /// Settings that store one word out of a short list.
 #pragma once
 
-#include "settings/command.h"
+#include "command/command.h"
 #include "settings/write_path.h"
 
 #include <span>

@@ -1,9 +1,9 @@
 /// The write path of a stored setting: write, and either announce or leave the confirmation to the caller.
 #pragma once
 
-#include "settings/command.h"
+#include "command/command.h"
+#include "command/log.h"
 #include "settings/leaf.h"
-#include "settings/log.h"
 
 /// Publishes `document` as the change event of its branch ("audioUserConfigChanged" for {"audio":...}). A failure goes
 /// to standard error as `failureText`, or where that is null as "publishEvent(<event> SYSTEM_CMD_REQ_DEFAULT!)".

@@ -1,9 +1,9 @@
 #include "system/accounts.h"
 
+#include "command/log.h"
+#include "command/owned_token.h"
+#include "command/service_call.h"
 #include "platform/user_config.h"
-#include "settings/log.h"
-#include "settings/owned_token.h"
-#include "settings/service_call.h"
 #include "system/words.h"
 #include "text/fixed_text.h"
 #include "text/text.h"

@@ -5,7 +5,7 @@
 /// administrator, all others are guests.
 #pragma once
 
-#include "settings/command.h"
+#include "command/command.h"
 
 /// IPAddUser name password | sta: adds a guest, whose password is made of letters and digits, or lists the accounts.
 void addUser(const Command& command);

@@ -1,8 +1,8 @@
 #include "system/debug_switch.h"
 
+#include "command/service_call.h"
 #include "platform/shell.h"
 #include "platform/user_status.h"
-#include "settings/service_call.h"
 #include "settings/write_path.h"
 #include "text/text.h"
 

@@ -1,7 +1,7 @@
 /// Switches for the log output of the device and its chips.
 #pragma once
 
-#include "settings/command.h"
+#include "command/command.h"
 
 /// debug on | off: the device's log; debug MCU: the controller's.
 void switchDebug(const Command& command);

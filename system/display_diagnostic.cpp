@@ -1,6 +1,6 @@
 #include "system/display_diagnostic.h"
 
-#include "settings/service_call.h"
+#include "command/service_call.h"
 #include "text/text.h"
 
 #include <cstdio>

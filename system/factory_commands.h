@@ -1,7 +1,7 @@
 /// The production commands: a row's leaf is the key of its factory text.
 #pragma once
 
-#include "settings/command.h"
+#include "command/command.h"
 
 /// SQrnMac aa-bb-cc-dd-ee-ff: writes the MAC address, shows what was written and tells the status store. The address
 /// is kept with colons and shown with dashes.

@@ -1,7 +1,7 @@
 /// IPTimeout: after how many idle seconds a console is closed.
 #pragma once
 
-#include "settings/command.h"
+#include "command/command.h"
 
 /// IPTimeout 0..3600 | never | sta. 0 and "never" are the same setting with different replies.
 void setIdleTimeout(const Command& command);

@@ -1,7 +1,7 @@
 /// IPCFG: how the device is reached.
 #pragma once
 
-#include "settings/command.h"
+#include "command/command.h"
 
 /// Prints address, netmask, gateway and telnet port. While a link is up these are the addresses in effect, except that
 /// a static configuration whose gateway is not in effect yet shows what is configured; without any link a static

@@ -1,7 +1,7 @@
 /// How the device comes by its address.
 #pragma once
 
-#include "settings/command.h"
+#include "command/command.h"
 
 /// IPDHCP on | off | sta: by DHCP or by the static configuration.
 void setDhcp(const Command& command);

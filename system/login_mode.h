@@ -1,7 +1,7 @@
 /// IPLogin: whether a console asks for a name and a password.
 #pragma once
 
-#include "settings/command.h"
+#include "command/command.h"
 
 /// IPLogin on | off | sta. With broadcast off a change ends every console of the device, this one included, after its
 /// reply: each new connection starts with the new mode.

@@ -1,9 +1,9 @@
 #include "system/maintenance.h"
 
+#include "command/service_call.h"
 #include "platform/event_bus.h"
 #include "platform/shell.h"
 #include "settings/leaf.h"
-#include "settings/service_call.h"
 #include "text/text.h"
 
 #include <cstdio>

@@ -1,7 +1,7 @@
 /// Service work on the whole device. The upgrade service and the system service do it; the console gives the orders.
 #pragma once
 
-#include "settings/command.h"
+#include "command/command.h"
 
 #include <unistd.h>
 

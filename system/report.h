@@ -1,7 +1,7 @@
 /// What the device is.
 #pragma once
 
-#include "settings/command.h"
+#include "command/command.h"
 
 /// System sta: one item a line; System dev: all items in one line for programs, each at its fixed place.
 void reportSystem(const Command& command);

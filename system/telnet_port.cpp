@@ -1,6 +1,6 @@
 #include "system/telnet_port.h"
 
-#include "settings/service_call.h"
+#include "command/service_call.h"
 #include "settings/write_path.h"
 #include "text/text.h"
 

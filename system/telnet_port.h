@@ -1,7 +1,7 @@
 /// IPPort: the TCP port on which the device answers telnet.
 #pragma once
 
-#include "settings/command.h"
+#include "command/command.h"
 
 /// IPPort 1..65535 | sta: stores the port and has the network service listen there.
 void setTelnetPort(const Command& command);

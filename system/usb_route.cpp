@@ -1,6 +1,6 @@
 #include "system/usb_route.h"
 
-#include "settings/service_call.h"
+#include "command/service_call.h"
 
 #include <cstdlib>
 #include <iterator>

@@ -1,7 +1,7 @@
 /// Where the USB-B port leads.
 #pragma once
 
-#include "settings/command.h"
+#include "command/command.h"
 
 /// USBSW 0..3: to the local USB-A port, to output A, to the HDBaseT chip's UART, to the 977 chip. What does not begin
 /// with a number counts as 0.

@@ -6,7 +6,7 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
-namespace platform_double {
+namespace fake_platform {
 
 /// Sends a stream's descriptor into memory for as long as it lives.
 class Captured {
@@ -54,4 +54,4 @@ std::string captureErrors(Function&& function) {
     return captured.text();
 }
 
-}  // namespace platform_double
+}  // namespace fake_platform

@@ -1,6 +1,6 @@
 #include "video/cec_trigger.h"
 
-#include "settings/service_call.h"
+#include "command/service_call.h"
 #include "settings/write_path.h"
 #include "text/text.h"
 

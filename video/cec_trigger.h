@@ -1,7 +1,7 @@
 /// The CEC commands that are stored for the display.
 #pragma once
 
-#include "settings/command.h"
+#include "command/command.h"
 
 /// Has the inter-MCU daemon send the command of the word. A failed call goes to standard error.
 void callCec(const char* word);

@@ -1,7 +1,7 @@
 /// The timing and colour format that an input receives: "InputFormat1 1920x1080p60:8bit:RGB".
 #pragma once
 
-#include "settings/command.h"
+#include "command/command.h"
 
 /// Shows the format of the input that the row's name ends in, "--:--:--" without a stable timing; takes no argument.
 /// What cannot be read shows as 0 or nothing.

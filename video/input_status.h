@@ -1,7 +1,7 @@
 /// Whether the two inputs carry a connected source.
 #pragma once
 
-#include "settings/command.h"
+#include "command/command.h"
 
 /// "InputStatus 10": first the HDBaseT, then the HDMI input, each 0 where it cannot be read.
 void printBothInputs();

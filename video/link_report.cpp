@@ -1,6 +1,6 @@
 #include "video/link_report.h"
 
-#include "settings/command.h"
+#include "command/command.h"
 #include "text/fixed_text.h"
 #include "text/text.h"
 #include "video/link_status.h"

@@ -1,7 +1,7 @@
 /// Settings that store a name out of a fixed list, which the operator types and sees as its index.
 #pragma once
 
-#include "settings/command.h"
+#include "command/command.h"
 #include "settings/write_path.h"
 
 #include <array>

@@ -1,7 +1,7 @@
 /// Picture settings that are more than a number or a switch behind the scaler gate.
 #pragma once
 
-#include "settings/command.h"
+#include "command/command.h"
 #include "settings/word_setting.h"
 #include "video/name_list.h"
 #include "video/scaler_gate.h"

@@ -1,7 +1,7 @@
 #include "video/scaler_gate.h"
 
+#include "command/log.h"
 #include "settings/leaf.h"
-#include "settings/log.h"
 
 bool readScalerModeStatus() {
     const std::optional<int> mode = readBoolean(R"({"video":{"vidProcess":{"scaler":{"scalerMode":%s}}}})");

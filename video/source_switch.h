@@ -1,7 +1,7 @@
 /// Which of the five sources the output shows.
 #pragma once
 
-#include "settings/command.h"
+#include "command/command.h"
 
 /// Switches to the source in the row's name ("x3AVx1" is 3). The line must be that name and nothing more.
 void switchSource(const Command& command);

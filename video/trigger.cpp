@@ -1,9 +1,9 @@
 #include "video/trigger.h"
 
+#include "command/log.h"
 #include "platform/lpc.h"
 #include "platform/user_status.h"
 #include "settings/leaf.h"
-#include "settings/log.h"
 #include "video/trigger_pacing.h"
 #include "video/trigger_request.h"
 

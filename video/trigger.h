@@ -1,7 +1,7 @@
 /// The control strings that are stored for the display, sent over its serial line or its network address.
 #pragma once
 
-#include "settings/command.h"
+#include "command/command.h"
 #include "text/owned_text.h"
 #include "text/text.h"
 #include "video/trigger_end.h"

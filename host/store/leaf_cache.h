@@ -1,9 +1,9 @@
 /// Values of leaves that were read lately, so that a reply costs no system call while nothing changes.
 #pragma once
 
+#include "console/mutex.h"
 #include "host/base/json.h"
 #include "host/store/change_counters.h"
-#include "text/mutex.h"
 
 #include <functional>
 #include <optional>

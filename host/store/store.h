@@ -4,11 +4,11 @@
 /// fork. Every failure sets errno and leaves a line in the device log.
 #pragma once
 
+#include "console/mutex.h"
 #include "host/base/json.h"
 #include "host/store/database.h"
 #include "host/store/leaf_cache.h"
 #include "host/store/shared_state.h"
-#include "text/mutex.h"
 
 #include <atomic>
 #include <functional>

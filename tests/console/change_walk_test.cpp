@@ -1,16 +1,16 @@
 #include "console/change_walk.h"
 
 #include "console/command_table.h"
-#include "double/platform_double.h"
 #include "settings/feedback_printers.h"
 #include "settings/leaf.h"
 #include "tests/capture.h"
+#include "tests/fake_platform/fake_platform.h"
 #include "text/text.h"
 
 #include <gtest/gtest.h>
 #include <set>
 
-using namespace platform_double;
+using namespace fake_platform;
 
 namespace {
 

@@ -1,14 +1,14 @@
 #include "console/login.h"
 
 #include "console/session.h"
-#include "double/platform_double.h"
 #include "tests/capture.h"
+#include "tests/fake_platform/fake_platform.h"
 
 #include <gtest/gtest.h>
 #include <pty.h>
 #include <thread>
 
-using namespace platform_double;
+using namespace fake_platform;
 
 namespace {
 

@@ -3,13 +3,13 @@
 #include "console/bus_loop.h"
 #include "console/event_listener.h"
 #include "console/session.h"
-#include "double/platform_double.h"
 #include "tests/capture.h"
+#include "tests/fake_platform/fake_platform.h"
 
 #include <gtest/gtest.h>
 #include <thread>
 
-using namespace platform_double;
+using namespace fake_platform;
 
 namespace {
 

@@ -1,13 +1,13 @@
 #include "console/dispatcher.h"
-#include "double/platform_double.h"
 #include "system/maintenance.h"
 #include "system/uptime.h"
 #include "tests/capture.h"
+#include "tests/fake_platform/fake_platform.h"
 
 #include <ctime>
 #include <gtest/gtest.h>
 
-using namespace platform_double;
+using namespace fake_platform;
 
 namespace {
 

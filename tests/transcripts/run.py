@@ -3,7 +3,7 @@
 
     == title              a scene; its consoles end with it, and the lines before the first scene open each of them
     open A B              consoles over telnet; "open C 9001" on another port
-    double A: fail x; ..  a console on the device in memory, steered by these words (double/script.cpp)
+    fake A: fail x; ..  a console on the device in memory, steered by these words (tests/fake_platform/script.cpp)
     A> text => reply      typed on A and ended by CR, and what A answers; no reply is silence
     A> text =>> reply     ... and what every open console shows
     A= text               answered with the line itself
@@ -169,11 +169,11 @@ class Device:
         self.consoles[name] = Console(connection, port == "23", True)
         self.await_listeners()
 
-    def open_double(self, name, script):
+    def open_fake(self, name, script):
         child, terminal = pty.fork()
         if child == 0:
             os.environ["CMDD_DOUBLE"] = script.replace("; ", "\n")
-            os.execv(self.programs.double, ["/usr/bin/*cmdd"])
+            os.execv(self.programs.fake, ["/usr/bin/*cmdd"])
         self.scope.callback(os.waitpid, child, 0)
         self.consoles[name] = console = Console(os.fdopen(terminal, "rb", 0))
         self.pump(lambda: not termios.tcgetattr(console.fileno())[3] & termios.ECHO, f"console {name} is raw")
@@ -232,8 +232,8 @@ class Step:
         if self.verb == "open":
             for name in re.findall("[A-Z]", self.operand):
                 device.open(name, *re.findall(r"\d+", self.operand))
-        elif self.verb == "double":
-            device.open_double(*self.operand.split(": ", 1))
+        elif self.verb == "fake":
+            device.open_fake(*self.operand.split(": ", 1))
         elif self.verb == "$":
             output = self.ask(device)
         else:
@@ -294,7 +294,7 @@ class Step:
             device.pump(lambda: device.has_log(wanted), f"the log holds {wanted!r}")
 
 
-ACTION = re.compile(r"(open|double|\$|[A-Z]>>|[A-Z][>=!]) (.*)")
+ACTION = re.compile(r"(open|fake|\$|[A-Z]>>|[A-Z][>=!]) (.*)")
 EXPECTATION = re.compile(r"([A-Z]+::?|[A-Z]+ closed|\||\*|log:)(?: (.*))?$")
 
 
@@ -333,7 +333,7 @@ def play_scene(device, path, title, steps):
 
 def main():
     arguments = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    for program in ("device", "devicectl", "double"):
+    for program in ("device", "devicectl", "fake"):
         arguments.add_argument("--" + program, help=f"the program {program}, as it was built")
     arguments.add_argument("sessions", type=pathlib.Path, nargs="+")
     options = arguments.parse_args()

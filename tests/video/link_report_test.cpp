@@ -1,12 +1,12 @@
 #include "video/link_report.h"
 
-#include "double/platform_double.h"
 #include "tests/capture.h"
+#include "tests/fake_platform/fake_platform.h"
 
 #include <gtest/gtest.h>
 #include <memory>
 
-using namespace platform_double;
+using namespace fake_platform;
 
 namespace {
 

@@ -1,13 +1,13 @@
 #include "video/trigger.h"
 
-#include "double/platform_double.h"
 #include "tests/capture.h"
+#include "tests/fake_platform/fake_platform.h"
 #include "video/end_word_report.h"
 #include "video/trigger_pacing.h"
 
 #include <gtest/gtest.h>
 
-using namespace platform_double;
+using namespace fake_platform;
 
 namespace {
 

@@ -1,10 +1,10 @@
-#include "host/device/stores.h"
+#include "host/supervisor/stores.h"
 
 #include "host/base/json.h"
-#include "host/device/report.h"
 #include "host/store/defaults.h"
 #include "host/store/preparation.h"
 #include "host/store/store.h"
+#include "host/supervisor/report.h"
 #include "platform/json_token.h"
 #include "platform/user_config.h"
 

@@ -1,4 +1,4 @@
-#include "settings/command.h"
+#include "command/command.h"
 
 #include <cstdio>
 

@@ -1,4 +1,4 @@
-#include "double/platform_double.h"
+#include "tests/fake_platform/fake_platform.h"
 
 #include "host/base/json.h"
 #include "host/store/document.h"
@@ -29,9 +29,9 @@
 #include <thread>
 #include <unistd.h>
 
+using fake_platform::Lines;
 using host::Json;
 using host::parseFirstJson;
-using platform_double::Lines;
 
 namespace {
 
@@ -245,7 +245,7 @@ void setStore(Store& store, const std::string& text) {
     const Lock locked = lock();
     const Json document = host::parseUpdate(text.c_str());
     if (document == nullptr) {
-        std::fprintf(stderr, "platform double: no document: %s\n", text.c_str());
+        std::fprintf(stderr, "fake platform: no document: %s\n", text.c_str());
         std::abort();
     }
     merge(store, document.get());
@@ -306,7 +306,7 @@ eventbus* ownBusWithEvents() {
 
 }  // namespace
 
-namespace platform_double {
+namespace fake_platform {
 
 void reset() {
     const Lock locked = lock();
@@ -408,7 +408,7 @@ std::string callService(const std::string& service, const std::string& method, c
     return reply;
 }
 
-}  // namespace platform_double
+}  // namespace fake_platform
 
 // What the program links: platform/*.h.
 

@@ -1,4 +1,4 @@
-#include "host/device/orphans.h"
+#include "host/supervisor/orphans.h"
 
 #include <charconv>
 #include <csignal>

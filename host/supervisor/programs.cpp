@@ -1,4 +1,4 @@
-#include "host/device/programs.h"
+#include "host/supervisor/programs.h"
 
 namespace host {
 

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace platform_double {
+namespace fake_platform {
 
 using Lines = std::vector<std::string>;
 
@@ -65,4 +65,4 @@ bool awaitSubscription(const std::string& event);
 /// completed. "no service" or "no answer" after ten seconds.
 std::string callService(const std::string& service, const std::string& method, const std::string& text);
 
-}  // namespace platform_double
+}  // namespace fake_platform

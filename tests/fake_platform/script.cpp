@@ -1,6 +1,6 @@
 /// Steers a whole program on the device in memory from its environment. Each line of CMDD_DOUBLE is one of
 ///     config DOCUMENT · status DOCUMENT · fail FUNCTION · reply SERVICE METHOD TEXT
-#include "double/platform_double.h"
+#include "tests/fake_platform/fake_platform.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -14,10 +14,10 @@ void obey(const std::string& line) {
     words >> verb;
     if (verb == "reply") words >> service >> method;
     std::getline(words >> std::ws, rest);
-    if (verb == "config") return platform_double::setConfig(rest);
-    if (verb == "status") return platform_double::setStatus(rest);
-    if (verb == "fail") return platform_double::fail(rest);
-    if (verb == "reply") return platform_double::setReply(service, method, rest);
+    if (verb == "config") return fake_platform::setConfig(rest);
+    if (verb == "status") return fake_platform::setStatus(rest);
+    if (verb == "fail") return fake_platform::fail(rest);
+    if (verb == "reply") return fake_platform::setReply(service, method, rest);
     std::fprintf(stderr, "CMDD_DOUBLE: %s\n", line.c_str());
     std::abort();
 }

@@ -1,4 +1,4 @@
-#include "host/device/root_lock.h"
+#include "host/supervisor/root_lock.h"
 
 #include "host/base/device_process.h"
 #include "host/base/device_root.h"

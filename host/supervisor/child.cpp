@@ -1,4 +1,4 @@
-#include "host/device/child.h"
+#include "host/supervisor/child.h"
 
 #include "host/base/readiness.h"
 #include "host/loop/exec_words.h"

@@ -1,4 +1,4 @@
-#include "host/device/report.h"
+#include "host/supervisor/report.h"
 
 #include "platform/logger.h"
 

@@ -1,16 +1,16 @@
 /// Runs a whole device in the foreground.
 #include "host/base/device_root.h"
 #include "host/base/factory_store.h"
-#include "host/device/device.h"
-#include "host/device/options.h"
-#include "host/device/orphans.h"
-#include "host/device/programs.h"
-#include "host/device/report.h"
-#include "host/device/root_layout.h"
-#include "host/device/root_lock.h"
-#include "host/device/stores.h"
 #include "host/loop/event_loop.h"
 #include "host/loop/exec_words.h"
+#include "host/supervisor/options.h"
+#include "host/supervisor/orphans.h"
+#include "host/supervisor/programs.h"
+#include "host/supervisor/report.h"
+#include "host/supervisor/root_layout.h"
+#include "host/supervisor/root_lock.h"
+#include "host/supervisor/stores.h"
+#include "host/supervisor/supervisor.h"
 
 #include <csignal>
 #include <cstdio>
@@ -50,18 +50,18 @@ void prepareEnvironment(const std::string& root) {
     adoptOrphans();
 }
 
-Device::Outcome run(DeviceOptions& options, const Programs& programs) {
+Supervisor::Outcome run(DeviceOptions& options, const Programs& programs) {
     EventLoop loop;
-    Device device(loop, options, programs);
-    const auto stop = [&device] { device.stop(Device::Outcome::stopped); };
+    Supervisor supervisor(loop, options, programs);
+    const auto stop = [&supervisor] { supervisor.stop(Supervisor::Outcome::stopped); };
     SignalWatch onInterrupt(loop, SIGINT, stop), onTerminate(loop, SIGTERM, stop), onHangUp(loop, SIGHUP, stop);
-    SignalWatch onRestart(loop, SIGUSR1, [&device] { device.stop(Device::Outcome::restartWanted); });
+    SignalWatch onRestart(loop, SIGUSR1, [&supervisor] { supervisor.stop(Supervisor::Outcome::restartWanted); });
     holdSignals(SIG_UNBLOCK);
-    device.start();
+    supervisor.start();
     loop.run();
     holdSignals(SIG_BLOCK);
-    options = device.options();
-    return device.outcome();
+    options = supervisor.options();
+    return supervisor.outcome();
 }
 
 /// Nothing of the last run can linger in a process that begins anew.
@@ -83,9 +83,9 @@ int runDevice(DeviceOptions& options) {
     if (!makeRoot()) return 1;
     const std::optional<RootLock> lock = RootLock::take();
     if (!lock || !layOutRoot(programs) || !prepareStores() || !prepareFactory()) return 1;
-    const Device::Outcome outcome = run(options, programs);
-    if (outcome == Device::Outcome::restartWanted) startAnew(options);
-    return outcome == Device::Outcome::stopped ? 0 : 1;
+    const Supervisor::Outcome outcome = run(options, programs);
+    if (outcome == Supervisor::Outcome::restartWanted) startAnew(options);
+    return outcome == Supervisor::Outcome::stopped ? 0 : 1;
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 /// The folders and links of a device root.
 #pragma once
 
-#include "host/device/programs.h"
+#include "host/supervisor/programs.h"
 
 namespace host {
 

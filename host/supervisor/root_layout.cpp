@@ -1,4 +1,4 @@
-#include "host/device/root_layout.h"
+#include "host/supervisor/root_layout.h"
 
 #include "host/base/device_process.h"
 #include "host/base/device_root.h"

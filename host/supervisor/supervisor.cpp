@@ -1,10 +1,10 @@
-#include "host/device/device.h"
+#include "host/supervisor/supervisor.h"
 
 #include "host/base/device_root.h"
 #include "host/bus/bus_config.h"
 #include "host/bus/bus_names.h"
-#include "host/device/orphans.h"
-#include "host/device/report.h"
+#include "host/supervisor/orphans.h"
+#include "host/supervisor/report.h"
 
 #include <algorithm>
 #include <csignal>
@@ -50,7 +50,7 @@ std::string describeEnd(int status) {
 
 }  // namespace
 
-Device::Device(EventLoop& loop, const DeviceOptions& options, const Programs& programs)
+Supervisor::Supervisor(EventLoop& loop, const DeviceOptions& options, const Programs& programs)
     : loop_(loop),
       options_(options),
       busOutput_(openBusOutput()),
@@ -77,12 +77,12 @@ Device::Device(EventLoop& loop, const DeviceOptions& options, const Programs& pr
          .onReady = [this](const std::string& address) { onLauncherReady(address); }});
 }
 
-void Device::add(Child::Plan plan) {
+void Supervisor::add(Child::Plan plan) {
     plan.onDue = [this](Child& child) { startChild(child); };
     children_.emplace_back(loop_, std::move(plan));
 }
 
-Command Device::launcherCommand(const std::string& program) const {
+Command Supervisor::launcherCommand(const std::string& program) const {
     LaunchOptions launch = options_.launch;
     if (!options_.isTelnetPortGiven) launch.telnetPort = storedTelnetPort(launch.telnetPort);
     Command command = launch.arguments();
@@ -90,25 +90,25 @@ Command Device::launcherCommand(const std::string& program) const {
     return command;
 }
 
-void Device::start() {
+void Supervisor::start() {
     deadline_.start(readyLimit);
     startChild(bus());
 }
 
 /// All but the bus need it; they are started when it is ready.
-void Device::startChild(Child& child) {
+void Supervisor::startChild(Child& child) {
     if (outcome_ || (child.rank() != busRank && !bus().isReady()) || child.start()) return;
     report("%s cannot be started: %m", child.name().c_str());
     child.startLater();
 }
 
-void Device::onBusReady() {
+void Supervisor::onBusReady() {
     chmod(busPath().c_str(), S_IRUSR | S_IWUSR);
     for (Child& child : children_) startChild(child);
 }
 
 /// The address is followed by the four ports. From now on they are these, also after a restart.
-void Device::onLauncherReady(const std::string& address) {
+void Supervisor::onLauncherReady(const std::string& address) {
     std::istringstream words(address);
     std::string listen;
     int telnetPort = 0;
@@ -120,7 +120,7 @@ void Device::onLauncherReady(const std::string& address) {
     announceIfReady();
 }
 
-void Device::announceIfReady() {
+void Supervisor::announceIfReady() {
     const bool isReady = std::all_of(children_.begin(), children_.end(), [](const Child& c) { return c.isReady(); });
     if (!isReady || isAnnounced_ || outcome_) return;
     isAnnounced_ = true;
@@ -129,14 +129,14 @@ void Device::announceIfReady() {
     std::fflush(stdout);
 }
 
-void Device::reap() {
+void Supervisor::reap() {
     int status = 0;
     for (pid_t pid; (pid = waitpid(-1, &status, WNOHANG)) > 0;)
         for (Child& child : children_)
             if (child.pid() == pid) onEnded(child, status);
 }
 
-void Device::onEnded(Child& child, int status) {
+void Supervisor::onEnded(Child& child, int status) {
     child.ended();
     if (outcome_) return proceedStopping();
     const std::string end = describeEnd(status);
@@ -148,7 +148,7 @@ void Device::onEnded(Child& child, int status) {
     child.startLater();
 }
 
-void Device::stop(Outcome outcome) {
+void Supervisor::stop(Outcome outcome) {
     const bool isStopping = outcome_.has_value();
     // Whoever wants the end gets it, though a restart has begun.
     if (!isStopping || outcome_ == Outcome::restartWanted) outcome_ = outcome;
@@ -156,7 +156,7 @@ void Device::stop(Outcome outcome) {
 }
 
 /// Sessions end while the daemons that they use are still there, and these while the bus is.
-void Device::proceedStopping() {
+void Supervisor::proceedStopping() {
     int highest = noRank;
     for (const Child& child : children_)
         if (child.isRunning()) highest = std::max(highest, child.rank());
@@ -167,18 +167,18 @@ void Device::proceedStopping() {
     deadline_.start(endLimit);
 }
 
-void Device::finish() {
+void Supervisor::finish() {
     deadline_.stop();
     endOrphans();
     loop_.stop();
 }
 
-void Device::signalRank(int number) {
+void Supervisor::signalRank(int number) {
     for (const Child& child : children_)
         if (child.rank() == endingRank_) child.signal(number);
 }
 
-void Device::onDeadline() {
+void Supervisor::onDeadline() {
     if (outcome_) return signalRank(SIGKILL);
     for (const Child& child : children_)
         if (!child.isReady()) report("%s is not ready", child.name().c_str());

@@ -1,4 +1,4 @@
-#include "host/device/options.h"
+#include "host/supervisor/options.h"
 
 #include <algorithm>
 #include <string_view>

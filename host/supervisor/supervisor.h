@@ -1,12 +1,12 @@
 /// The whole device: its bus, its daemons and its launcher, from the start to the end.
 #pragma once
 
-#include "host/device/child.h"
-#include "host/device/options.h"
-#include "host/device/programs.h"
-#include "host/device/stores.h"
 #include "host/loop/event_loop.h"
 #include "host/loop/unique_fd.h"
+#include "host/supervisor/child.h"
+#include "host/supervisor/options.h"
+#include "host/supervisor/programs.h"
+#include "host/supervisor/stores.h"
 
 #include <list>
 #include <optional>
@@ -14,14 +14,14 @@
 
 namespace host {
 
-class Device {
+class Supervisor {
   public:
     /// How a run has ended.
     enum class Outcome { stopped, failed, restartWanted };
 
-    Device(EventLoop& loop, const DeviceOptions& options, const Programs& programs);
-    Device(const Device&) = delete;
-    Device& operator=(const Device&) = delete;
+    Supervisor(EventLoop& loop, const DeviceOptions& options, const Programs& programs);
+    Supervisor(const Supervisor&) = delete;
+    Supervisor& operator=(const Supervisor&) = delete;
 
     /// Starts everything in a root whose folders and stores are prepared. A line on standard output tells when
     /// connections are accepted.
