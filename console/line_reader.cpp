@@ -20,14 +20,15 @@ bool waitForInput() {
     return select(STDIN_FILENO + 1, &input, nullptr, nullptr, &limit) > 0;
 }
 
-/// Takes what has been typed. False when there was nothing to read: the connection is gone and the hang-up not yet
-/// here.
-bool readInput(LineReader& reader) {
-    std::array<char, 256> bytes;
-    const ssize_t count = read(STDIN_FILENO, bytes.data(), bytes.size());
-    for (ssize_t i = 0; i < count; ++i) reader.take(bytes[static_cast<std::size_t>(i)]);
-    if (count <= 0) usleep(pollingTime);  // it reads as ready all the while: no spinning
-    return count > 0;
+/// Takes one byte. False when there was none: the connection is gone and the hang-up not yet here.
+bool readByte(LineReader& reader) {
+    char byte;
+    if (read(STDIN_FILENO, &byte, 1) == 1) {
+        reader.take(byte);
+        return true;
+    }
+    usleep(pollingTime);  // it reads as ready all the while: no spinning
+    return false;
 }
 
 }  // namespace
@@ -66,8 +67,9 @@ void LineReader::handLineOn(char terminator) {
 
 void runLineReader(IdleClock& idle) {
     LineReader reader(idle);
+    // One byte a round: a hang-up is seen before the next byte, and what is not taken yet still waits in the terminal.
     while (sessionRunning) {
-        if (waitForInput() && readInput(reader)) continue;
+        if (waitForInput() && readByte(reader)) continue;
         reader.takeSilence();
     }
 }

@@ -1,0 +1,35 @@
+#include "console/line_reader.h"
+
+#include "console/session.h"
+
+#include <cstdio>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+namespace {
+
+/// In the place of standard error: the hang-up comes as soon as the first byte is echoed.
+ssize_t hangUp(void* /*cookie*/, const char* /*echo*/, std::size_t size) {
+    sessionRunning = 0;
+    return static_cast<ssize_t>(size);
+}
+
+/// What is left of "ab" in the input when a session has ended that hung up at the "a".
+std::string leftAfterHangUp() {
+    int input[2];
+    if (pipe(input) != 0 || dup2(input[0], STDIN_FILENO) < 0 || write(input[1], "ab", 2) != 2) return "no pipe";
+    stderr = fopencookie(nullptr, "w", {nullptr, hangUp, nullptr, nullptr});
+    std::setvbuf(stderr, nullptr, _IONBF, 0);
+    close(input[1]);
+    IdleClock idle;
+    runLineReader(idle);
+    char rest[3]{};
+    return {rest, static_cast<std::size_t>(std::max<ssize_t>(0, read(STDIN_FILENO, rest, sizeof rest)))};
+}
+
+TEST(LineReaderDeathTest, AHangUpIsSeenBeforeTheNextByte) {
+    testing::FLAGS_gtest_death_test_style = "threadsafe";
+    EXPECT_EXIT(std::exit(leftAfterHangUp() == "b" ? 0 : 1), testing::ExitedWithCode(0), "");
+}
+
+}  // namespace
