@@ -9,7 +9,7 @@
 #include <algorithm>
 #include <iterator>
 #include <string_view>
-#include <vector>
+#include <strings.h>
 
 namespace host {
 namespace {
@@ -25,42 +25,40 @@ bool isOwnUser(std::string_view name) {
     return std::find(std::begin(ownUsers), std::end(ownUsers), name) != std::end(ownUsers);
 }
 
-/// The accounts that had been added when the device started.
-std::vector<std::string> readUsers() {
-    std::vector<std::string> users;
+/// Whether the console keeps an account of that name, compared as the console does.
+bool isStored(const char* name) {
     const Json accounts(user_config_query_to_json_token(R"({"account":{}})"));
-    json_token* list = json_token_object_walk_get_array(accounts.get(), "account.users");
-    for (int i = 0; i < json_token_array_length(list); ++i) {
+    const int count = json_token_array_length(json_token_object_walk_get_array(accounts.get(), "account.users"));
+    for (int i = 0; i < count; ++i) {
         const std::string path = "account.users[" + std::to_string(i) + "].username";
-        users.emplace_back(json_token_object_walk_get_string(accounts.get(), path.c_str(), ""));
+        if (strcasecmp(json_token_object_walk_get_string(accounts.get(), path.c_str(), ""), name) == 0) return true;
     }
-    return users;
+    return false;
+}
+
+/// The SSH users are the stored accounts, so that no reset and no lost call can make them differ.
+std::string addUser(const char* account) {
+    const Json document = parseFirstJson(account);
+    const char* name = json_token_object_walk_get_string(document.get(), "username", "");
+    if (isOwnUser(name)) return std::string("fail ") + name + " exists";
+    return isStored(name) ? "ok" : std::string("fail no account ") + name;
+}
+
+std::string deleteUser(const char* name) {
+    return isStored(name) ? std::string("fail still an account ") + name : "ok";
 }
 
 class System {
   public:
-    explicit System(Daemon& daemon) : users_(readUsers()), updated_(daemon.loop(), [] { setUpdating(false); }) {
-        daemon.offer("sshAddUser", [this](const char* account) { return addUser(account); });
-        daemon.offer("sshDelUser", [this](const char* name) { return deleteUser(name); });
+    explicit System(Daemon& daemon) : updated_(daemon.loop(), [] { setUpdating(false); }) {
+        daemon.offer("sshAddUser", addUser);
+        daemon.offer("sshDelUser", deleteUser);
         daemon.offer("sshUpdate", [this](const char* word) { return update(word); });
         setUpdating(false);
     }
 
   private:
     static void setUpdating(bool on) { putStatusFlag(updatePath, on); }
-
-    std::string addUser(const char* account) {
-        const Json document = parseFirstJson(account);
-        const std::string name = json_token_object_walk_get_string(document.get(), "username", "");
-        if (name.empty()) return "fail no name";
-        if (isOwnUser(name) || std::find(users_.begin(), users_.end(), name) != users_.end()) {
-            return "fail " + name + " exists";
-        }
-        users_.push_back(name);
-        return "ok";
-    }
-
-    std::string deleteUser(const char* name) { return std::erase(users_, name) > 0 ? "ok" : "fail no such user"; }
 
     std::string update(const char* word) {
         if (std::string_view(word) != "On" || updated_.isRunning()) return "ok";
@@ -69,7 +67,6 @@ class System {
         return "ok";
     }
 
-    std::vector<std::string> users_;
     Timer updated_;
 };
 
