@@ -56,7 +56,7 @@ void startThreads(SessionContext& session) {
         std::exit(1);
     }
     // Without its relay the session is still a console.
-    if (session.reportedPort == 9001 || session.reportedPort == 9002) startThread(relayThread, session);
+    if (hasRelay(session.reportedPort)) startThread(relayThread, session);
 }
 
 }  // namespace

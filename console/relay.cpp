@@ -5,8 +5,10 @@
 #include "platform/lpc.h"
 #include "text/text.h"
 
+#include <cerrno>
 #include <cstdio>
 #include <sys/select.h>
+#include <unistd.h>
 
 namespace {
 
@@ -53,31 +55,36 @@ bool waitForRequest(int descriptor) {
     return select(descriptor + 1, &input, nullptr, nullptr, &limit) > 0;
 }
 
-int failWith(const char* call) {
-    std::perror(call);
-    return -1;
-}
-
 void onRelayedByte(void* /*userData*/, const char* payload) { relayByte(payload); }
 
 }  // namespace
 
-int consoleLpcService(const SessionContext& session) {
+int RelayOutage::report(const char* call) {
+    const bool isOutage = errno != EEXIST;
+    if (isOutage && !isReported_) std::perror(call);
+    isReported_ = isOutage;
+    return -1;
+}
+
+bool hasRelay(int reportedPort) { return findRelay(reportedPort) != nullptr; }
+
+int consoleLpcService(const SessionContext& session, RelayOutage& outage) {
     const RelayPort* relay = findRelay(session.reportedPort);
     if (relay == nullptr) return -1;
     lpc_service* service = lpc_service_create(relay->service, 0, relay->method, relay->handler, nullptr);
-    if (service == nullptr) return failWith("lpc_service_create error");
+    if (service == nullptr) return outage.report("lpc_service_create error");
     const int descriptor = lpc_service_fileno(service);
-    if (descriptor < 0) return failWith("lpc_service_fileno");
+    if (descriptor < 0) return outage.report("lpc_service_fileno");
+    outage.end();
     for (;;) {
         if (waitForRequest(descriptor) && lpc_service_on_connect(service) != 0)
-            return failWith("lpc_service_on_connect");
+            return outage.report("lpc_service_on_connect");
     }
 }
 
 void* relayThread(void* sessionContext) {
-    consoleLpcService(*static_cast<SessionContext*>(sessionContext));
-    return nullptr;
+    const auto& session = *static_cast<SessionContext*>(sessionContext);
+    for (RelayOutage outage;; sleep(1)) consoleLpcService(session, outage);
 }
 
 int relayListener() {

@@ -34,12 +34,15 @@ typedef struct lpc_request lpc_request;
 /// later, on the thread that serves it.
 typedef void (*lpc_handler)(lpc_request* request, void* user_data);
 
-/// Offers one method under a service name; `flags` is 0. Returns NULL with errno set on failure (EEXIST when the name
-/// is taken). The service belongs to the calling thread and lives until the process ends.
+/// Offers one method under a service name; `flags` is 0. Returns NULL on failure, in bounded time, with errno set:
+/// EEXIST while another process offers the name, and only then. The console asks again every second, after EEXIST
+/// without a word, so a name is free as soon as its holder has ended, however it ended.
+/// The service belongs to the calling thread and lives until the process ends or one of the next two calls fails: a
+/// failure withdraws it, and the name can be offered anew.
 lpc_service* lpc_service_create(const char* service, int flags, const char* method, lpc_handler handler,
                                 void* user_data);
 
-/// Descriptor to wait on for input; negative with errno set on failure.
+/// Descriptor to wait on for input, the same one until the service is withdrawn; negative with errno set on failure.
 int lpc_service_fileno(lpc_service* service);
 
 /// Runs the handler for all that has arrived. Returns 0 on success, non-zero with errno set when the bus is gone.

@@ -26,6 +26,12 @@ def accepts(port):
         return client.connect_ex(("127.0.0.1", port)) == 0
 
 
+def free_port():
+    """One that nobody has now."""
+    with socket.create_server(("127.0.0.1", 0)) as server:
+        return server.getsockname()[1]
+
+
 class Client(socket.socket):
     """A connection to a port of the device."""
 

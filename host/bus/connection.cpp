@@ -86,9 +86,11 @@ bool Connection::open() {
 bool Connection::isOpen() const { return bus_ != nullptr && owner_ == getpid() && sd_bus_is_open(bus_) > 0; }
 
 void Connection::close() {
+    const int error = errno;
     abandonInChild();
     bus_ = sd_bus_close_unref(bus_);
     descriptor_ = -1;
+    errno = error;
 }
 
 void Connection::abandonInChild() {

@@ -26,6 +26,7 @@ class Connection {
 
     bool isOpen() const;
 
+    /// Leaves errno as it is.
     void close();
 
     sd_bus* bus() const { return bus_; }

@@ -100,7 +100,11 @@ lpc_service* lpc_service_create(const char* service, int /*flags*/, const char* 
     if (!named || !openForOffers()) return nullptr;
     Offers& offers = threadOffers();
     sd_bus* bus = offers.connection.bus();
-    if (!isOffered(offers, service) && !takeName(bus, service)) return nullptr;
+    if (!isOffered(offers, service) && !takeName(bus, service)) {
+        // A bus that has not answered must not hand out the name later, when nobody serves it.
+        if (errno != EEXIST || offers.services.empty()) offers.connection.close();
+        return nullptr;
+    }
     lpc_service& offer = offers.services.emplace_back(lpc_service{service, method, handler, user_data});
     const int result = sd_bus_add_object(bus, nullptr, host::servicePath(service).c_str(), onCall, &offer);
     return result >= 0 || failBus(result) ? &offer : nullptr;
@@ -115,8 +119,9 @@ int lpc_service_on_connect(lpc_service* /*service*/) {
     host::Connection& connection = threadOffers().connection;
     int handled = 1;
     while (handled > 0) handled = sd_bus_process(connection.bus(), nullptr);
-    if (handled < 0) return statusOf(failBus(handled));
-    return statusOf(connection.flush(host::Deadline(host::busLimit)));
+    const bool served = (handled >= 0 || failBus(handled)) && connection.flush(host::Deadline(host::busLimit));
+    if (!served) connection.close();
+    return statusOf(served);
 }
 
 const char* lpc_request_params(lpc_request* request) { return request->text; }

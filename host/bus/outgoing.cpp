@@ -11,9 +11,7 @@ bool sendOver(Connection& connection, const Send& send) {
     if (result < 0) failBus(result);
     if (result >= 0 && connection.flush(Deadline(busLimit))) return true;
     // A message stuck half way must not be taken later, when its sender has long been told that it failed.
-    const int error = errno;
     connection.close();
-    errno = error;
     return false;
 }
 

@@ -10,7 +10,7 @@ import tempfile
 import unittest
 
 from device import ANY_PORTS, Device, processes_of
-from programs import accepts, proc_text, wait_until
+from programs import accepts, free_port, proc_text, wait_until
 
 
 class StartAndEnd(unittest.TestCase):
@@ -124,13 +124,9 @@ class Restart(unittest.TestCase):
 
 
 class TelnetPort(unittest.TestCase):
-    def free_port(self):
-        with socket.create_server(("127.0.0.1", 0)) as server:
-            return server.getsockname()[1]
-
     def test_the_port_moves_and_sessions_stay(self):
         with Device() as device, device.console() as console:
-            old, new = device.port, self.free_port()
+            old, new = device.port, free_port()
             console.ask(b"Broadcast off\rBroadcast sta\r", b"Broadcast off\r\n")
             console.ask(f"IPPort {new}\r".encode(), f"IPPort {new}\r\n".encode())
             wait_until(lambda: accepts(new), "the new port")

@@ -7,7 +7,7 @@ import time
 import unittest
 
 from device import Device
-from programs import wait_until
+from programs import free_port, wait_until
 
 EVENTS = ["controlUserConfigChanged", "configUserConfigChanged", "audioUserConfigChanged", "videoUserConfigChanged",
           "networkUserConfigChanged", "systemUserConfigChanged", "videoStatusConfigChanged",
@@ -70,6 +70,34 @@ class Faults(unittest.TestCase):
                 three = self.enterContext(device.console())
                 self.answers_within(5, three)
             wait_until(lambda: self.shows_a_change(one, three), "changes on one that came while there was no bus")
+
+    def test_a_relay_is_offered_for_as_long_as_there_is_a_session(self):
+        port = free_port()
+        with Device("--ports", f"0,{port},0") as device:
+            with frozen(device.child("dbus-daemon")):
+                one = self.enterContext(device.console(port))
+                one.read_until(b"lpc_service_create error: Connection timed out\n")
+            wait_until(lambda: self.relays(device, one), "the relay of a session that began without a bus")
+            two = self.enterContext(device.console(port))
+            self.answers_within(5, two)
+            self.gone(device, "dbus-daemon", signal.SIGKILL)
+            self.assertRegex(one.read_until(b"\n"), rb"A*lpc_service_on_connect: Connection reset by peer\n")
+            wait_until(lambda: self.relays(device, one) or self.relays(device, two), "the relay of a new bus")
+            one.close()
+            wait_until(lambda: self.relays(device, two), "the relay of the session that remains")
+            self.assertNotIn(b"lpc_service", self.answers_within(5, two))
+
+    def relays(self, device, console):
+        """Whether a byte that a daemon sends comes out there, after others of its kind and at most one complaint."""
+        console.settimeout(0.3)
+        if device.ctl("call", "hdbt12cmdd", "hdbt12cmdd", "41").returncode != 0:
+            return False
+        try:
+            got = console.recv(100)
+        except TimeoutError:
+            return False
+        self.assertRegex(got, rb"\A(lpc_service_create error: Connection .*\n)?A*\Z")
+        return got[-1:] == b"A"
 
     def test_a_bus_that_stands_still_delays_a_change_for_a_bounded_time_and_a_query_not_at_all(self):
         with Device() as device, device.console() as one, device.console() as two:
