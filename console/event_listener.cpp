@@ -4,9 +4,11 @@
 #include "command/owned_token.h"
 #include "console/bus_loop.h"
 #include "console/change_walk.h"
+#include "console/idle.h"
 #include "console/session.h"
 #include "platform/json_token.h"
 #include "platform/user_status.h"
+#include "settings/leaf.h"
 #include "text/fixed_text.h"
 #include "text/text.h"
 #include "video/link_report.h"
@@ -31,6 +33,15 @@ SessionContext* session = nullptr;
 void followTimeout(json_token* changes) {
     const int seconds = json_token_object_walk_get_int(changes, "network.telnet.tcpipTimeout", -1);
     if (seconds >= 0) session->idle.change(static_cast<std::uint32_t>(seconds));
+}
+
+/// A reset tells of no single leaf, but that all of them may be others: the count begins anew with what is stored.
+void followReset(const char* payload) {
+    if (!equals(payload, R"({"network":{}})")) return;
+    const std::optional<int> seconds = readInteger(timeoutLeaf);
+    if (!seconds) return;
+    session->idle.change(static_cast<std::uint32_t>(*seconds));
+    session->idle.restart();
 }
 
 void showChanges(json_token* changes, const char* category) {
@@ -61,6 +72,7 @@ void onConfigChanged(void* category, const char* payload) {
     const OwnedToken changes = parsePayload(payload);
     if (!changes) return;
     followTimeout(changes.get());
+    followReset(payload);
     showChanges(changes.get(), static_cast<const char*>(category));
 }
 

@@ -9,8 +9,6 @@
 
 namespace {
 
-constexpr char timeoutLeaf[] = R"({"network":{"telnet":{"tcpipTimeout":%d}}})";
-
 void waitOneSecond() {
     timeval second{1, 0};
     select(0, nullptr, nullptr, nullptr, &second);

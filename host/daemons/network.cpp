@@ -10,7 +10,8 @@
 
 #include <cstring>
 #include <memory>
-#include <string_view>
+#include <optional>
+#include <string>
 
 namespace host {
 namespace {
@@ -20,8 +21,8 @@ struct DestroyCompletion {
 };
 using OwnedCompletion = std::unique_ptr<lpc_completion, DestroyCompletion>;
 
-constexpr char bootProtoPath[] = "network.eth0.bootProto";
 constexpr char ipSettingsPath[] = "network.eth0.ipSettings";
+constexpr char telnetPortPath[] = "network.telnet.telnetPort";
 
 /// Well below the time that the caller in turn waits for this daemon.
 constexpr int launcherLimit = 1000;  // milliseconds
@@ -36,39 +37,35 @@ std::string moveTelnetPort(const char* port) {
     return reply != nullptr ? reply : "fail no answer";
 }
 
-std::string restartTelnet(const char* port) {
-    std::string reply = moveTelnetPort(port);
-    if (!reply.starts_with("ok")) note("the telnet port cannot move to %s: %s", port, reply.c_str());
+/// The stored port counts, whatever was asked for: a request that comes late, after another console's, changes nothing.
+std::string restartTelnet(const char* asked) {
+    const std::optional<int> stored = settingNumber(telnetPortPath);
+    const std::string port = stored ? std::to_string(*stored) : asked;
+    std::string reply = moveTelnetPort(port.c_str());
+    if (!reply.starts_with("ok")) note("the telnet port cannot move to %s: %s", port.c_str(), reply.c_str());
     return reply;
 }
 
-/// Puts the address settings of `document` into effect. The store announces nothing for what is in effect already.
-void putIntoEffect(const Json& document) {
-    json_token* addresses = json_token_object_walk_get_object(document.get(), ipSettingsPath);
-    if (addresses != nullptr) putStatus(ipSettingsPath, Json(json_object_get(addresses)));
-}
-
+/// Whole documents; what the device's router hands out stands among the defaults.
 Json configuredAddresses() {
     return Json(user_config_query_to_json_token(R"({"network":{"eth0":{"ipSettings":{}}}})"));
 }
-
-/// What the device's router hands out.
 Json leasedAddresses() { return parseFirstJson(defaultStatus); }
 
-void onSettingsChanged(const char* payload) {
-    const Json document = parseFirstJson(payload);
-    const std::string_view protocol = json_token_object_walk_get_string(document.get(), bootProtoPath, "");
-    const bool isNewAddress = json_token_object_walk_get_object(document.get(), ipSettingsPath) != nullptr;
-    if (protocol == "DHCP") putIntoEffect(leasedAddresses());
-    if (protocol == "STATIC" || isNewAddress) putIntoEffect(configuredAddresses());
+/// Puts the addresses that the settings ask for into effect; the store announces nothing where they are already.
+void followSettings() {
+    const bool isStatic = settingText("network.eth0.bootProto") == "STATIC";
+    const Json document = isStatic ? configuredAddresses() : leasedAddresses();
+    json_token* addresses = json_token_object_walk_get_object(document.get(), ipSettingsPath);
+    if (addresses != nullptr) putStatus(ipSettingsPath, Json(json_object_get(addresses)));
 }
 
 }  // namespace
 
 Service makeNetwork(Daemon& daemon) {
     daemon.offer("TelnetRestart", restartTelnet);
-    daemon.hear("networkUserConfigChanged", onSettingsChanged);
-    if (settingText(bootProtoPath) == "STATIC") putIntoEffect(configuredAddresses());
+    daemon.hear("networkUserConfigChanged", [](const char* /*changes*/) { followSettings(); });
+    followSettings();
     return nullptr;
 }
 

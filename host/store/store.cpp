@@ -68,6 +68,16 @@ void publish(const std::string& event, json_object* payload) {
     __printLog(LOG_LEVEL_ERROR, "%s: not published: %s", event.c_str(), std::strerror(errno));
 }
 
+/// {"audio":{},"network":{}}: the top keys of `document`, to say that anything below them may be another.
+Json withoutLeaves(json_object* document) {
+    Json keys(json_object_new_object());
+    json_object_object_foreach(document, key, value) {
+        static_cast<void>(value);
+        json_object_object_add(keys.get(), key, json_object_new_object());
+    }
+    return keys;
+}
+
 bool refuseDocument() {
     errno = EINVAL;
     return false;
@@ -128,7 +138,7 @@ bool Store::replaceAll(const char* text) {
         [&](Database& database, Paths& changed) {
             return database.remove(pathsBelow(""), changed) && mergeAll(database, leaves, changed);
         },
-        [](const Paths& /*changed*/) {});
+        [&](const Paths& changed) { announce(withoutLeaves(document.get()).get(), changed); });
 }
 
 bool Store::checkpoint() {

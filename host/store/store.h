@@ -48,7 +48,8 @@ class Store {
     /// Merges an update document, durable as the store is, and announces every top key under which a value changed.
     bool update(const char* document);
 
-    /// Makes the tree what `document` says, in one step that is announced nowhere.
+    /// Makes the tree what `document` says, in one step that is announced without leaves: {"audio":{}} says that all
+    /// below that key may be another.
     bool replaceAll(const char* document);
 
     /// Keeps the write-ahead log small; for one process of the device, every few seconds.

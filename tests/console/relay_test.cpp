@@ -55,6 +55,21 @@ TEST_F(BusLoopDeathTest, WhoListensDecidesWhatIsShown) {
     EXPECT_EXIT(std::exit(shownBy(1, true) == toMonitors ? 0 : 1), testing::ExitedWithCode(0), "");
 }
 
+TEST_F(BusLoopDeathTest, AResetBeginsTheIdleCountAnew) {
+    EXPECT_EXIT(
+        {
+            static SessionContext session;
+            session.idle.start(2);
+            setConfig(R"({"network":{"telnet":{"tcpipTimeout":3}}})");
+            std::thread(eventListenerThread, &session).detach();
+            awaitSubscription("UpgradeSlaveVersionQuery");
+            deliver("networkUserConfigChanged", R"({"network":{}})");
+            const bool isAnew = !session.idle.tick() && !session.idle.tick() && session.idle.tick();
+            std::exit(isAnew ? 0 : 1);
+        },
+        testing::ExitedWithCode(0), "^$");
+}
+
 TEST_F(BusLoopDeathTest, TheBusRelayWritesBytesUntilItIsStopped) {
     EXPECT_EXIT(
         {

@@ -131,13 +131,17 @@ class TelnetPort(unittest.TestCase):
             console.ask(f"IPPort {new}\r".encode(), f"IPPort {new}\r\n".encode())
             wait_until(lambda: accepts(new), "the new port")
             self.assertFalse(accepts(old))
+            device.ctl("call", "networkd", "TelnetRestart", str(old))
             console.ask(b"IPPort sta\r", f"IPPort {new}\r\n".encode())
             with device.console(new) as other:
                 other.ask(b"IPPort sta\r", f"IPPort {new}\r\n".encode())
 
     def test_a_port_that_is_taken_leaves_the_old_one(self):
         with Device() as device, socket.create_server(("127.0.0.1", 0)) as taken:
+            stored = '{"network":{"telnet":{"telnetPort":%d}}}'
+            device.ctl("config", "set", stored % taken.getsockname()[1])
             device.ctl("call", "networkd", "TelnetRestart", str(taken.getsockname()[1]))
+            device.ctl("config", "set", stored % device.port)
             device.ctl("call", "networkd", "TelnetRestart", str(device.port))
             device.ctl("call", "telnetLauncher", "listen", "x")
             with open(device.root + "/log/device.log", encoding="utf-8") as log:
