@@ -104,7 +104,7 @@ constexpr int listenerLimit = 200;         // milliseconds
 constexpr useconds_t listenerPause = 100;  // microseconds, and more where the clock is coarse
 
 std::int64_t millisecondsNow() {
-    timespec now;
+    timespec now{};
     clock_gettime(CLOCK_MONOTONIC, &now);
     return std::int64_t{now.tv_sec} * 1000 + now.tv_nsec / 1'000'000;
 }

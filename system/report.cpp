@@ -27,16 +27,18 @@ OwnedText readNumber(const char* leaf) {
     return copy(text.c_str());
 }
 
-double timeOfDay() {
-    timeval now{};
-    gettimeofday(&now, nullptr);
+/// None where the clock fails, as one of 32 bits does after the year 2038.
+std::optional<double> timeOfDay() {
+    timeval now;
+    if (gettimeofday(&now, nullptr) != 0) return std::nullopt;
     return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_usec) / 1e6;
 }
 
 OwnedText readUptime(const char* leaf) {
     const std::optional<double> bootTime = readStatusDouble(leaf);
-    if (!bootTime) return nullptr;
-    return copy(formatUptime(timeOfDay() - *bootTime).c_str());
+    const std::optional<double> now = timeOfDay();
+    if (!bootTime || !now) return nullptr;
+    return copy(formatUptime(*now - *bootTime).c_str());
 }
 
 struct Item {

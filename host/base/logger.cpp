@@ -1,6 +1,7 @@
 #include "platform/logger.h"
 
 #include "host/base/device_root.h"
+#include "host/base/time_span.h"
 
 #include <array>
 #include <cerrno>
@@ -36,14 +37,13 @@ std::string_view withoutLineEnd(std::string_view text) {
 
 /// "2026-11-21T03:31:19.123Z *cmdd[1234] 5 "
 std::string stamp(int level) {
-    timespec now;
+    const timespec now = host::toTimespec(host::timeOfDay());
     tm utc;
-    clock_gettime(CLOCK_REALTIME, &now);
     gmtime_r(&now.tv_sec, &utc);
     std::array<char, 32> time;
     std::strftime(time.data(), time.size(), "%FT%T", &utc);
     std::array<char, 128> text;
-    std::snprintf(text.data(), text.size(), "%s.%03ldZ %s[%d] %d ", time.data(), now.tv_nsec / 1000000,
+    std::snprintf(text.data(), text.size(), "%s.%03ldZ %s[%d] %d ", time.data(), now.tv_nsec / 1'000'000,
                   program_invocation_short_name, getpid(), level);
     return text.data();
 }

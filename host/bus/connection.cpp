@@ -1,6 +1,7 @@
 #include "host/bus/connection.h"
 
 #include "host/base/device_root.h"
+#include "host/base/time_span.h"
 #include "host/bus/bus_names.h"
 
 #include <cstring>
@@ -27,8 +28,7 @@ bool fillAddress(sockaddr_un& address) {
 }
 
 void limitSending(int socket, std::chrono::microseconds limit) {
-    constexpr long million = 1'000'000;
-    const timeval time{limit.count() / million, limit.count() % million};
+    const timeval time = toTimeval(limit);
     setsockopt(socket, SOL_SOCKET, SO_SNDTIMEO, &time, sizeof time);
 }
 

@@ -12,6 +12,9 @@ namespace host {
 /// How long the bus may take to let a connection in or to take a message.
 inline constexpr std::chrono::milliseconds busLimit{2000};
 
+/// After which whoever waits without end looks again.
+inline constexpr std::chrono::hours longestWait{24};
+
 /// Belongs to the thread and the process that opened it: a forked child finds it closed and opens its own.
 class Connection {
   public:
@@ -66,7 +69,9 @@ bool processUntil(sd_bus* bus, Deadline deadline, Condition isDone) {
         // What was handled last, or written just now, may have settled it: only then is there something to wait for.
         if (isDone()) return true;
         if (deadline.isOver()) return failBus(-ETIMEDOUT);
-        const int ready = sd_bus_wait(bus, static_cast<uint64_t>(deadline.left().count()));
+        // sd-bus counts in time_t, which may have 32 bits.
+        const std::chrono::microseconds wait = std::min<std::chrono::microseconds>(deadline.left(), longestWait);
+        const int ready = sd_bus_wait(bus, static_cast<uint64_t>(wait.count()));
         if (ready < 0 && ready != -EINTR) return failBus(ready);
     }
     return true;

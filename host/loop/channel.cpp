@@ -1,5 +1,7 @@
 #include "host/loop/channel.h"
 
+#include "host/base/time_span.h"
+
 #include <event2/buffer.h>
 #include <event2/bufferevent.h>
 #include <event2/event.h>

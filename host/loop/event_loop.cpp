@@ -1,5 +1,7 @@
 #include "host/loop/event_loop.h"
 
+#include "host/base/time_span.h"
+
 #include <cstdio>
 #include <cstdlib>
 #include <event2/event.h>
@@ -57,10 +59,5 @@ void Timer::start(std::chrono::milliseconds delay) {
 void Timer::stop() { event_del(event_.get()); }
 
 bool Timer::isRunning() const { return event_pending(event_.get(), EV_TIMEOUT, nullptr) != 0; }
-
-timeval toTimeval(std::chrono::milliseconds span) {
-    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(span);
-    return {seconds.count(), std::chrono::microseconds(span - seconds).count()};
-}
 
 }  // namespace host

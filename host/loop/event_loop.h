@@ -70,7 +70,4 @@ class Timer : Watch {
     bool isRunning() const;
 };
 
-/// A span of time as libevent takes it.
-timeval toTimeval(std::chrono::milliseconds span);
-
 }  // namespace host

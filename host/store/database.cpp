@@ -183,7 +183,7 @@ bool Database::emptyLog() {
     return result == SQLITE_OK || fail(result);
 }
 
-long Database::logSize() const {
+std::int64_t Database::logSize() const {
     struct stat log = {};
     return stat((path_ + "-wal").c_str(), &log) == 0 ? log.st_size : 0;
 }

@@ -5,6 +5,7 @@
 #include "host/store/leaf_path.h"
 
 #include <array>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -57,7 +58,7 @@ class Database {
     /// Waits for readers and gives the log's room back. Nobody may write meanwhile.
     bool emptyLog();
     /// Size of the write-ahead log in bytes.
-    long logSize() const;
+    std::int64_t logSize() const;
 
   private:
     enum Prepared : std::size_t { readRange, putLeaf, removeRange, beginWrite, commitWrite, preparedCount };

@@ -1,5 +1,7 @@
 #include "host/store/preparation.h"
 
+#include "host/base/time_span.h"
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -45,7 +47,7 @@ bool makeReady(const StoreKind& kind, const char* document) {
 }
 
 std::string timeNow() {
-    const std::time_t now = std::time(nullptr);
+    const std::time_t now = wholeSeconds(timeOfDay());
     tm utc;
     gmtime_r(&now, &utc);
     std::array<char, 32> text;

@@ -17,7 +17,7 @@ namespace {
 constexpr std::chrono::milliseconds turnLimit{5000};
 
 /// The write-ahead log of a busy store is emptied, and writers wait for it, when it has grown to this size in bytes.
-constexpr long longestLog = 4L << 20;
+constexpr std::int64_t longestLog = 4 << 20;
 
 /// A writer's turn among all writers of a store.
 class Turn {

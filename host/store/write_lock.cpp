@@ -1,7 +1,8 @@
 #include "host/store/write_lock.h"
 
+#include "host/base/time_span.h"
+
 #include <cerrno>
-#include <ctime>
 
 #if defined(__SANITIZE_THREAD__)
 #include <sanitizer/tsan_interface.h>
@@ -9,15 +10,6 @@
 
 namespace host {
 namespace {
-
-timespec momentIn(std::chrono::milliseconds span) {
-    timespec moment;
-    clock_gettime(CLOCK_REALTIME, &moment);
-    const std::chrono::nanoseconds end = std::chrono::nanoseconds(moment.tv_nsec) + span;
-    moment.tv_sec += std::chrono::duration_cast<std::chrono::seconds>(end).count();
-    moment.tv_nsec = (end % std::chrono::seconds(1)).count();
-    return moment;
-}
 
 /// The thread sanitizer follows a mutex to its heir only where no time limit is given.
 void tellSanitizer([[maybe_unused]] pthread_mutex_t* inherited) {
@@ -42,7 +34,7 @@ WriteLock::WriteLock() {
 }
 
 WriteLock::Outcome WriteLock::acquire(std::chrono::milliseconds limit) {
-    const timespec end = momentIn(limit);
+    const timespec end = toTimespec(timeOfDay() + limit);
     const int result = pthread_mutex_timedlock(&mutex_, &end);
     if (result == 0) return Outcome::acquired;
     if (result == EOWNERDEAD) {

@@ -109,8 +109,14 @@ class Crowd(Footprints):
         end = time.monotonic() + seconds
         for typist in typists:
             typist.type()
-        pump(typists, lambda: time.monotonic() > end and not any(typist.awaited for typist in typists),
+        pump(typists, lambda: time.monotonic() > end and self.all_answered(typists, end + 60),
              lambda typist: typist.type() if time.monotonic() < end else None)
+
+    def all_answered(self, typists, deadline):
+        waiting = [typist.name for typist in typists if typist.awaited]
+        if waiting:
+            self.assertLess(time.monotonic(), deadline, f"the consoles {waiting} are not answered")
+        return not waiting
 
     def test_every_change_is_shown_once_to_all_in_one_order_and_every_reply_once(self):
         with Device() as device:

@@ -33,7 +33,7 @@ class FullDisk(unittest.TestCase):
 
     def test_what_is_not_stored_is_not_confirmed(self):
         with Device(prefix=ON_SMALL_DISK) as device, device.console() as console:
-            self.answer(console, b"Broadcast off")
+            console.ask(b"Broadcast off\r", b"\nBroadcast off\r\n")
             filler = f"/proc/{device.process.pid}/root{device.folder.name}/filler"
             self.fill(filler)
             confirmed = self.answer(console, b"CliIPAddr sta").rstrip()

@@ -25,10 +25,13 @@ def declared(header):
     return set(functions) | set(re.findall(r"extern [^;(]*?(\w+);", code))
 
 
-def libc():
-    """The file of the C library that this process runs on; the program's is the same."""
-    maps = pathlib.Path("/proc/self/maps").read_text()
-    return re.search(r"/\S*/libc\.so\S*", maps)[0]
+def runtime(compiler):
+    """What every C program of the compiler is linked with: the target's C library, and the compiler's own."""
+    def found(*question):
+        return subprocess.run([compiler, *question], check=True, capture_output=True, text=True).stdout.strip()
+    libraries = [found(f"-print-file-name={name}") for name in ("libc.so.6", "libc.so")]
+    libc = next(library for library in libraries if "/" in library)
+    return symbols([libc], "--defined-only", "--dynamic") | symbols([found("-print-libgcc-file-name")], "--defined-only")
 
 
 def main():
@@ -48,7 +51,7 @@ def main():
         return SKIPPED
     shared = options.json_c.endswith(".so")
     allowed = symbols([options.json_c], "--defined-only", "--extern-only", *(["--dynamic"] if shared else []))
-    allowed |= symbols([libc()], "--defined-only", "--dynamic")
+    allowed |= runtime(options.compiler)
     allowed |= set.union(*map(declared, headers)) | {"_GLOBAL_OFFSET_TABLE_", "__dso_handle"}
     print("\n".join(sorted(needed - allowed)) or f"all {len(needed)} symbols are accounted for")
     return 1 if needed - allowed else 0
