@@ -21,31 +21,31 @@ void open(MatchText& text, const char* key) {
 }
 
 /// `text` is the match text up to the leaf's colon.
-void showLeaf(MatchText& text, json_object* leaf) {
+void showLeaf(MatchText& text, json_object* leaf, ChangeTurn& turn) {
     switch (json_object_get_type(leaf)) {
         case json_type_boolean:
             text.append("%s}");
-            return cipProcJson(text.c_str(), {json_object_get_boolean(leaf) ? 1 : 0});
+            return cipProcJson(text.c_str(), {json_object_get_boolean(leaf) ? 1 : 0}, turn);
         case json_type_int:
             text.append("%d}");
-            return cipProcJson(text.c_str(), {json_object_get_int(leaf)});
+            return cipProcJson(text.c_str(), {json_object_get_int(leaf)}, turn);
         case json_type_string:
             text.append("\"%s\"");
-            return cipProcJson(text.c_str(), {0, json_object_get_string(leaf)});
+            return cipProcJson(text.c_str(), {0, json_object_get_string(leaf)}, turn);
         default:
             return;  // no command shows a double, an array or a null
     }
 }
 
 /// `text` is the match text up to the object; below, it grows and shrinks with the depth.
-void walkObject(json_object* node, MatchText& text) {
+void walkObject(json_object* node, MatchText& text, ChangeTurn& turn) {
     const std::size_t size = text.size();
     json_object_object_foreach(node, key, value) {
         open(text, key);
         if (json_object_is_type(value, json_type_object)) {
-            walkObject(value, text);
+            walkObject(value, text, turn);
         } else {
-            showLeaf(text, value);
+            showLeaf(text, value, turn);
         }
         text.truncate(size);
     }
@@ -59,16 +59,19 @@ bool isAnnounced(const char* matchText) {
 
 }  // namespace
 
-void walkChangedJson(json_token* changes, const char* category) {
+void walkChangedJson(json_token* changes, const char* category, LineTurns& turns) {
     MatchText text;
-    if (json_object_is_type(changes, json_type_object)) return walkObject(changes, text);
+    ChangeTurn turn(turns);
+    if (json_object_is_type(changes, json_type_object)) return walkObject(changes, text, turn);
     open(text, category);
-    showLeaf(text, changes);
+    showLeaf(text, changes, turn);
 }
 
-void cipProcJson(const char* matchText, const ChangedValue& value) {
+void cipProcJson(const char* matchText, const ChangedValue& value, ChangeTurn& turn) {
     if (!isAnnounced(matchText)) return;
-    const CommandEntry* entry = findLeaf(matchText);
-    if (entry != nullptr) return entry->feedback(entry->name, value);
+    if (const CommandEntry* entry = findLeaf(matchText)) {
+        turn.take();
+        return entry->feedback(entry->name, value);
+    }
     if (isLogged(LOG_LEVEL_ERROR)) __printLog(LOG_LEVEL_ERROR, "[%s] Cant find command\r\n", "cipProcJson");
 }

@@ -45,7 +45,7 @@ void followReset(const char* payload) {
 }
 
 void showChanges(json_token* changes, const char* category) {
-    if (sessionAuthenticated) walkChangedJson(changes, category);
+    if (sessionAuthenticated) walkChangedJson(changes, category, session->turns);
 }
 
 OwnedToken parsePayload(const char* payload) {
@@ -90,11 +90,16 @@ void onLinkStatusChanged(void* category, const char* payload) {
 }
 
 void onCommandFeedback(void* /*userData*/, const char* text) {
-    if (text != nullptr) printLine(text);
+    if (text == nullptr) return;
+    ChangeTurn turn(session->turns);
+    turn.take();
+    printLine(text);
 }
 
 void onUpgradeState(void* /*userData*/, const char* state) {
     if (!sessionAuthenticated || state == nullptr) return;
+    ChangeTurn turn(session->turns);
+    turn.take();
     if (equals(state, "Sys Default\r")) return printLine("Mreset");
     if (equals(state, "Web Reboot\r")) return printLine("Reboot");
     std::printf("unknown upgrade state : %s\n", state);

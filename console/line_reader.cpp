@@ -1,7 +1,6 @@
 #include "console/line_reader.h"
 
 #include "console/dispatcher.h"
-#include "console/session.h"
 #include "text/text.h"
 
 #include <sys/select.h>
@@ -34,6 +33,11 @@ bool readByte(LineReader& reader) {
 }  // namespace
 
 void LineReader::take(char byte) {
+    if (line_.size() == 0) {
+        session_.turns.beginLine();
+    } else {
+        session_.turns.noteByte();
+    }
     std::fputc(byte, stderr);
     if (byte == '\r' || byte == '\n') {
         endLine(byte);
@@ -48,7 +52,8 @@ void LineReader::takeSilence() {
 
 void LineReader::endLine(char terminator) {
     std::puts("\r");
-    idle_.restart();
+    session_.turns.endLine();
+    session_.idle.restart();
     if (line_.size() == 0) return;
     handLineOn(terminator);
     line_.clear();
@@ -65,8 +70,8 @@ void LineReader::handLineOn(char terminator) {
     }
 }
 
-void runLineReader(IdleClock& idle) {
-    LineReader reader(idle);
+void runLineReader(SessionContext& session) {
+    LineReader reader(session);
     // One byte a round: a hang-up is seen before the next byte, and what is not taken yet still waits in the terminal.
     while (sessionRunning) {
         if (waitForInput() && readByte(reader)) continue;

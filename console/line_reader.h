@@ -1,14 +1,14 @@
 /// Collects typed bytes into lines and hands each finished line on.
 #pragma once
 
-#include "console/idle_clock.h"
+#include "console/session.h"
 #include "console/zone_text.h"
 #include "text/fixed_text.h"
 
 class LineReader {
   public:
-    /// Every line end restarts `idle`, which outlives the reader.
-    explicit LineReader(IdleClock& idle) : idle_(idle) {}
+    /// Every line end restarts the session's idle clock. The session outlives the reader.
+    explicit LineReader(SessionContext& session) : session_(session) {}
 
     /// Echoes the byte and takes it: a carriage return or a line feed ends the line, any other byte is part of it. A
     /// line keeps its first 4095 bytes.
@@ -21,10 +21,10 @@ class LineReader {
     void endLine(char terminator);
     void handLineOn(char terminator);
 
-    IdleClock& idle_;
+    SessionContext& session_;
     FixedText<4096> line_;
     ZoneText zone_;
 };
 
 /// Reads standard input until the session ends.
-void runLineReader(IdleClock& idle);
+void runLineReader(SessionContext& session);

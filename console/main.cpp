@@ -44,32 +44,33 @@ void bufferReplies() {
     std::setvbuf(stdout, buffer, _IOLBF, sizeof buffer);
 }
 
-bool startThread(void* (*body)(void*), SessionContext& session) {
+SessionContext session;  // outlives main(), which leaves the threads running
+
+bool startThread(void* (*body)(void*)) {
     pthread_t thread;
     return pthread_create(&thread, nullptr, body, &session) == 0;
 }
 
-void startThreads(SessionContext& session) {
+void startThreads() {
     sessionListening = 0;
-    if (!startThread(idleThread, session) || !startThread(eventListenerThread, session)) {
+    if (!startThread(idleThread) || !startThread(eventListenerThread)) {
         std::puts("pthread_create failed");
         std::exit(1);
     }
     // Without its relay the session is still a console.
-    if (hasRelay(session.reportedPort)) startThread(relayThread, session);
+    if (hasRelay(session.reportedPort)) startThread(relayThread);
 }
 
 }  // namespace
 
 int main(int /*argc*/, char** argv) {
-    static SessionContext session;  // outlives main(), which leaves the threads running
     std::signal(SIGHUP, onHangUp);
     makeTerminalRaw();
     bufferReplies();
     session.reportedPort = portOf(argv[0]);
     session.kind = 4;
     sessionAuthenticated = 1;
-    startThreads(session);
-    runLineReader(session.idle);
+    startThreads();
+    runLineReader(session);
     return 0;
 }

@@ -1,6 +1,7 @@
-/// A mutex that clang's thread-safety analysis knows (-Wthread-safety).
+/// A mutex and a condition that clang's thread-safety analysis knows (-Wthread-safety).
 #pragma once
 
+#include <ctime>
 #include <pthread.h>
 
 #if defined(__clang__)
@@ -10,6 +11,7 @@
 #endif
 
 #define GUARDED_BY(mutex) THREAD_ANNOTATION(guarded_by(mutex))
+#define REQUIRES(mutex) THREAD_ANNOTATION(requires_capability(mutex))
 
 class THREAD_ANNOTATION(capability("mutex")) Mutex {
   public:
@@ -21,6 +23,7 @@ class THREAD_ANNOTATION(capability("mutex")) Mutex {
     void unlock() THREAD_ANNOTATION(release_capability()) { pthread_mutex_unlock(&mutex_); }
 
   private:
+    friend class Condition;
     pthread_mutex_t mutex_ = PTHREAD_MUTEX_INITIALIZER;
 };
 
@@ -34,4 +37,33 @@ class THREAD_ANNOTATION(scoped_lockable) MutexLock {
 
   private:
     Mutex& mutex_;
+};
+
+/// Something that another thread may bring about. Setting the clock does not change how long it is waited for.
+class Condition {
+  public:
+    Condition() noexcept {
+        pthread_condattr_t attributes;
+        pthread_condattr_init(&attributes);
+        pthread_condattr_setclock(&attributes, CLOCK_MONOTONIC);
+        pthread_cond_init(&condition_, &attributes);
+        pthread_condattr_destroy(&attributes);
+    }
+    Condition(const Condition&) = delete;
+    Condition& operator=(const Condition&) = delete;
+
+    void notify() { pthread_cond_signal(&condition_); }
+
+    /// Gives the mutex back while it waits. False when the time is over.
+    bool wait(Mutex& mutex, long milliseconds) REQUIRES(mutex) {
+        timespec end;
+        clock_gettime(CLOCK_MONOTONIC, &end);
+        end.tv_nsec += milliseconds % 1000 * 1'000'000;
+        end.tv_sec += milliseconds / 1000 + end.tv_nsec / 1'000'000'000;
+        end.tv_nsec %= 1'000'000'000;
+        return pthread_cond_timedwait(&condition_, &mutex.mutex_, &end) == 0;
+    }
+
+  private:
+    pthread_cond_t condition_;
 };

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "console/idle_clock.h"
+#include "console/line_turns.h"
 
 #include <atomic>
 
@@ -23,4 +24,5 @@ struct SessionContext {
     int kind = 0;           ///< 1 switches the link monitor on; the entry routine makes every console a 4
     int reportedPort = 23;  ///< the listening port that the connection came in by: 23, 9000, 9001 or 9002
     IdleClock idle;
+    LineTurns turns;
 };

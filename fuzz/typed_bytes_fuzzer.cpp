@@ -42,8 +42,8 @@ void happen(LineReader& reader, unsigned char what) {
 }
 
 void type(const std::uint8_t* bytes, std::size_t count) {
-    IdleClock idle;
-    LineReader reader(idle);
+    SessionContext session;
+    LineReader reader(session);
     for (std::size_t i = 0; i < count; ++i) {
         if (bytes[i] == announcement && i + 1 < count) {
             happen(reader, bytes[++i]);

@@ -17,7 +17,8 @@ namespace {
 /// What the console shows when it hears of `document`.
 std::string heard(const std::string& document) {
     json_token* changes = json_token_parse(document.c_str());
-    std::string text = capture([changes] { walkChangedJson(changes, "audio"); });
+    LineTurns turns;
+    std::string text = capture([&] { walkChangedJson(changes, "audio", turns); });
     json_token_ref_put(changes);
     return text;
 }

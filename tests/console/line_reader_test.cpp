@@ -21,8 +21,8 @@ std::string leftAfterHangUp() {
     stderr = fopencookie(nullptr, "w", {nullptr, hangUp, nullptr, nullptr});
     std::setvbuf(stderr, nullptr, _IONBF, 0);
     close(input[1]);
-    IdleClock idle;
-    runLineReader(idle);
+    SessionContext session;
+    runLineReader(session);
     char rest[3]{};
     return {rest, static_cast<std::size_t>(std::max<ssize_t>(0, read(STDIN_FILENO, rest, sizeof rest)))};
 }
