@@ -7,12 +7,11 @@ import collections
 import concurrent.futures
 import os
 import re
-import selectors
+import socket
 import time
 import unittest
 
-from device import Device
-from programs import Client, children_of, descriptors_of, memory_of, wait_until
+from harness import OFFERS, Console, Device, children_of, descriptors_of, memory_of, pump, wait_until
 
 SECONDS = float(os.environ.get("CROWD_SECONDS", "3"))
 CYCLES = int(os.environ.get("CROWD_CYCLES", "500"))
@@ -23,33 +22,27 @@ CHANGE = re.compile(rb"CliUser (\d+-\d+)\r\n")
 REPLY = re.compile(rb"Command FAILED: \(\?(\d+-\d+)\)\r\n")
 
 
-class Typist:
+class Typist(Console):
     """One of many consoles: types a change and a word that no row knows, and goes on when both are answered."""
 
-    def __init__(self, port, name):
-        self.client, self.name = Client(port), name
-        self.client.setblocking(False)
-        self.typed, self.awaited, self.seen, self.looked_at = [], [], bytearray(), 0
-
-    def fileno(self):
-        return self.client.fileno()
+    def __init__(self, device, name):
+        super().__init__(socket.create_connection(("127.0.0.1", device.port)))
+        self.name, self.typed, self.awaited, self.looked_at, self.types_on = name, [], [], 0, False
 
     def type(self):
         step = f"{self.name}-{len(self.typed)}".encode()
         self.typed.append(step)
-        self.client.send(b"CliUser " + step + b"\r?" + step + b"\r")
+        self.sendall(b"CliUser " + step + b"\r?" + step + b"\r")
         self.awaited = [b"CliUser " + step + b"\r\n", b"Command FAILED: (?" + step + b")\r\n"]
 
     def receive(self):
-        data = self.client.recv(1 << 20)
-        assert data, f"session {self.name} has ended"
-        self.seen += data
-
-    def is_answered(self):
+        super().receive()
+        assert not self.closed, f"session {self.name} has ended"
         self.awaited = [line for line in self.awaited if self.seen.find(line, self.looked_at) < 0]
         if not self.awaited:
             self.looked_at = len(self.seen)
-        return not self.awaited
+            if self.types_on:
+                self.type()
 
 
 class Footprint:
@@ -66,18 +59,6 @@ class Footprint:
         return tuple(map(max, zip(*grown)))
 
 
-def pump(typists, is_over, on_answered):
-    """Takes in what all of them get until it is over."""
-    with selectors.DefaultSelector() as selector:
-        for typist in typists:
-            selector.register(typist, selectors.EVENT_READ)
-        while not is_over():
-            for key, _ in selector.select(0.1):
-                key.fileobj.receive()
-                if key.fileobj.awaited and key.fileobj.is_answered():
-                    on_answered(key.fileobj)
-
-
 class Footprints(unittest.TestCase):
     def assert_flat(self, before, after, what):
         """A few descriptors may be opened late, and buffers are at their fullest at any time; what is lost with each
@@ -90,33 +71,19 @@ class Footprints(unittest.TestCase):
 
 class Crowd(Footprints):
     def gather(self, device):
-        typists = [Typist(device.port, name) for name in range(SESSIONS)]
-        for typist in typists:
-            self.addCleanup(typist.client.close)
-        self.await_event(device, typists, b"gathered")
+        typists = [self.enterContext(Typist(device, name)) for name in range(SESSIONS)]
+        device.await_listeners(typists)
         return typists
-
-    def await_event(self, device, typists, text):
-        """Until all of them have shown an event that is published from here on."""
-        deadline = time.monotonic() + 60
-        while not all(text in typist.seen for typist in typists):
-            self.assertLess(time.monotonic(), deadline, "a console hears no events")
-            device.ctl("publish", "CommandFeedback", text.decode())
-            end = time.monotonic() + 0.3
-            pump(typists, lambda: time.monotonic() > end, None)
 
     def type_on(self, typists, seconds):
         end = time.monotonic() + seconds
         for typist in typists:
+            typist.types_on = True
             typist.type()
-        pump(typists, lambda: time.monotonic() > end and self.all_answered(typists, end + 60),
-             lambda typist: typist.type() if time.monotonic() < end else None)
-
-    def all_answered(self, typists, deadline):
-        waiting = [typist.name for typist in typists if typist.awaited]
-        if waiting:
-            self.assertLess(time.monotonic(), deadline, f"the consoles {waiting} are not answered")
-        return not waiting
+        pump(typists, lambda: time.monotonic() > end, "the end of typing", 2 * seconds)
+        for typist in typists:
+            typist.types_on = False
+        pump(typists, lambda: not any(typist.awaited for typist in typists), "all answers", 60)
 
     def test_every_change_is_shown_once_to_all_in_one_order_and_every_reply_once(self):
         with Device() as device:
@@ -125,7 +92,7 @@ class Crowd(Footprints):
             before = Footprint(device)
             self.type_on(typists, SECONDS * 2 / 3)
             after = Footprint(device)
-            self.await_event(device, typists, b"the last one")
+            device.fence(typists)
 
             typed = collections.Counter(step for typist in typists for step in typist.typed)
             shown = CHANGE.findall(typists[0].seen)
@@ -136,8 +103,8 @@ class Crowd(Footprints):
             self.assert_flat(before, after, f"{len(shown)} changes on {SESSIONS} consoles")
 
     def test_one_who_never_reads_is_dropped_and_the_others_are_answered(self):
-        with Device("--peer-patience", "4") as device, device.console() as reader, device.console() as silent:
-            silent.read_until(b"\xff\xfb\x03")
+        with Device("--peer-patience", "4") as device, device.console() as reader, Console.connect(device.port) as silent:
+            silent.read_until(OFFERS)
             launcher = device.child("telnet_launcher")
             sessions = children_of(launcher)
             begin = time.monotonic()
@@ -145,29 +112,25 @@ class Crowd(Footprints):
                 self.assertLess(time.monotonic() - begin, 20, "the patience with one who does not read is over")
                 device.ctl("publish", "CommandFeedback", "x" * 100_000)
                 self.assertLess(max(map(memory_of, [launcher, *sessions])), 8192)
-                asked = time.monotonic()
-                reader.sendall(b"?\r")
-                while b"Command FAILED: (?)" not in reader.recv(1 << 20):
-                    self.assertLess(time.monotonic() - asked, 2)
+                reader.ask(b"?\r", b"Command FAILED: (?)\r\n")
 
 
 class Coming(Footprints):
-    def come_and_go(self, port):
-        with Client(port) as console:
+    def come_and_go(self, device):
+        with device.console() as console:
             console.ask(b"HDMIAUD sta\r", b"HDMIAUD on\r\n")
 
     def visit(self, device, times):
         """In groups, since a session stays for a moment when its peer has left and counts among those from there."""
         for done in range(0, times, 100):
             with concurrent.futures.ThreadPoolExecutor(20) as visitors:
-                list(visitors.map(self.come_and_go, [device.port] * min(100, times - done)))
+                list(visitors.map(self.come_and_go, [device] * min(100, times - done)))
             footprint = self.rest(device)
         return footprint
 
     def rest(self, device):
         """What the device holds when all have left."""
-        launcher = device.child("telnet_launcher")
-        wait_until(lambda: not children_of(launcher), "the end of all sessions")
+        wait_until(lambda: not device.sessions(), "the end of all sessions")
         return Footprint(device)
 
     def test_thousands_leave_nothing_behind(self):
@@ -198,7 +161,7 @@ class Coming(Footprints):
         try:
             client.sendall(b"Type\r")
             got = client.read_until(b"\r\n")
-        except ConnectionError:
+        except (AssertionError, ConnectionError):
             got = b""
         return b"Type" if got.endswith(b"Type\r\r\n") else got
 

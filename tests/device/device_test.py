@@ -10,8 +10,7 @@ import subprocess
 import tempfile
 import unittest
 
-from device import ANY_PORTS, Device, processes_of
-from programs import OFFERS, accepts, free_port, proc_text, wait_until
+from harness import Console, Device, accepts, proc_text, processes_of, wait_until
 
 
 class StartAndEnd(unittest.TestCase):
@@ -27,7 +26,7 @@ class StartAndEnd(unittest.TestCase):
 
     def test_a_second_device_on_the_same_root_says_so(self):
         with Device() as device:
-            command = [os.environ["DEVICE"], "--root", device.root, *ANY_PORTS]
+            command = [os.environ["DEVICE"], "--root", device.root, "--port", "0"]
             second = subprocess.run(command, capture_output=True, text=True, timeout=20, check=False)
             self.assertEqual((second.returncode, second.stdout), (1, ""))
             self.assertRegex(second.stderr, r"^device: .*runs there already\n$")
@@ -42,7 +41,6 @@ class StartAndEnd(unittest.TestCase):
     def test_no_change_breaks_a_line_that_is_arriving(self):
         with Device() as device, device.console() as one, device.console() as other:
             other.ask(b"HDMIAUD sta\r", b"HDMIAUD on\r\n")
-            one.read_until(OFFERS)
             other.sendall(b"HDMIAUD off\rHDMIAUD on\r" * 50)
             got = b""
             while got.count(b"HDMIAUD") < 20:
@@ -54,7 +52,7 @@ class StartAndEnd(unittest.TestCase):
 
     def test_an_address_that_others_reach_is_warned_of(self):
         with tempfile.TemporaryDirectory() as root:
-            command = [os.environ["DEVICE"], "--root", root, *ANY_PORTS, "--listen", "192.0.2.1"]
+            command = [os.environ["DEVICE"], "--root", root, "--port", "0", "--listen", "192.0.2.1"]
             done = subprocess.run(command, capture_output=True, text=True, timeout=20, check=False)
         self.assertEqual((done.returncode, done.stdout), (1, ""))
         self.assertIn("device: warning: anyone who reaches 192.0.2.1 can operate this device\n", done.stderr)
@@ -84,12 +82,11 @@ class StartAndEnd(unittest.TestCase):
                 wait_until(lambda: not processes_of(device.root), "the end of all its processes", limit)
 
     def test_settings_outlive_a_run_and_the_port_can_be_found_in_them(self):
-        with Device() as device:
+        with Device("--port", "0") as device:
             with device.console() as console:
                 console.ask(b"HDMIAUD off\rHDMIAUD sta\r", b"HDMIAUD off\r\n")
                 console.ask(b"IPPort sta\r", f"IPPort {device.port}\r\n".encode())
             device.stop()
-            device.process.stdout.close()
             device.start()
             with device.console() as console:
                 console.ask(b"HDMIAUD sta\r", b"HDMIAUD off\r\n")
@@ -97,7 +94,6 @@ class StartAndEnd(unittest.TestCase):
     def test_a_damaged_settings_file_is_set_aside(self):
         with Device() as device:
             device.stop()
-            device.process.stdout.close()
             for name in ("settings.db-wal", "settings.db-shm"):
                 if os.path.exists(f"{device.root}/{name}"):
                     os.remove(f"{device.root}/{name}")
@@ -140,14 +136,14 @@ class Restart(unittest.TestCase):
 class TelnetPort(unittest.TestCase):
     def test_the_port_moves_and_sessions_stay(self):
         with Device() as device, device.console() as console:
-            old, new = device.port, free_port()
+            old, new = device.port, device.reserve_port()
             console.ask(b"Broadcast off\rBroadcast sta\r", b"Broadcast off\r\n")
             console.ask(f"IPPort {new}\r".encode(), f"IPPort {new}\r\n".encode())
             wait_until(lambda: accepts(new), "the new port")
             self.assertFalse(accepts(old))
             device.ctl("call", "networkd", "TelnetRestart", str(old))
             console.ask(b"IPPort sta\r", f"IPPort {new}\r\n".encode())
-            with device.console(new) as other:
+            with Console.connect(new) as other:
                 other.ask(b"IPPort sta\r", f"IPPort {new}\r\n".encode())
 
     def test_a_port_that_is_taken_leaves_the_old_one(self):

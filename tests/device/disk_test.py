@@ -4,7 +4,7 @@ import os
 import subprocess
 import unittest
 
-from device import Device
+from harness import Device
 
 ON_SMALL_DISK = ["unshare", "--mount", "sh", "-c", 'mount -t tmpfs -o size=3m none "$0" && exec "$@"', "{}"]
 
@@ -34,7 +34,7 @@ class FullDisk(unittest.TestCase):
     def test_what_is_not_stored_is_not_confirmed(self):
         with Device(prefix=ON_SMALL_DISK) as device, device.console() as console:
             console.ask(b"Broadcast off\r", b"\nBroadcast off\r\n")
-            filler = f"/proc/{device.process.pid}/root{device.folder.name}/filler"
+            filler = f"/proc/{device.process.pid}/root{device.folder}/filler"
             self.fill(filler)
             confirmed = self.answer(console, b"CliIPAddr sta").rstrip()
             for number in range(256):

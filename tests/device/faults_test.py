@@ -1,13 +1,13 @@
 """A whole device whose parts are killed, stopped or talk nonsense while consoles are open."""
 
 import contextlib
+import itertools
 import os
 import signal
 import time
 import unittest
 
-from device import Device
-from programs import free_port, wait_until
+from harness import Device, pump, wait_until
 
 EVENTS = ["controlUserConfigChanged", "configUserConfigChanged", "audioUserConfigChanged", "videoUserConfigChanged",
           "networkUserConfigChanged", "systemUserConfigChanged", "videoStatusConfigChanged",
@@ -35,9 +35,11 @@ def frozen(pid):
 
 
 class Faults(unittest.TestCase):
+    numbers = itertools.count()
+
     def answers_within(self, seconds, console):
         """All that the console prints until it has answered another line, which takes no longer than that."""
-        console.settimeout(seconds)
+        console.patience = seconds
         return console.ask(b"?\r", b"Command FAILED: (?)\r\n")
 
     def gone(self, device, name, number):
@@ -47,38 +49,35 @@ class Faults(unittest.TestCase):
         wait_until(lambda: device.child(name) not in (0, before), f"another {name}")
         self.assertIn(f"{name} ended (signal {number}) and is started again", device.said())
 
-    def shows_a_change(self, console, other):
-        """Whether a change that is typed on one is seen on the other; the value is another one each time."""
-        self.word = {"on": "off"}.get(getattr(self, "word", "off"), "on")
-        line = f"HDMIAUD {self.word}\r".encode()
-        console.sendall(line)
-        other.settimeout(0.5)
-        try:
-            return other.read_until(line + b"\n")
-        except TimeoutError:
-            return b""
+    def await_change(self, console, other):
+        """Until a change that is typed on one is seen on the other; the value is another one each time."""
+        for number in itertools.islice(self.numbers, 100):
+            line = f"CliUser {number}\r".encode()
+            console.sendall(line)
+            with contextlib.suppress(AssertionError):
+                return pump([console, other], lambda: line + b"\n" in other.seen, "a change on the other console", 0.5)
+        self.fail("no change is seen on the other console")
 
     def test_open_consoles_outlive_a_bus_that_is_killed(self):
         with Device() as device, device.console() as one, device.console() as two:
-            wait_until(lambda: self.shows_a_change(one, two), "changes on the other console")
+            self.await_change(one, two)
             self.gone(device, "dbus-daemon", signal.SIGKILL)
             self.answers_within(5, one), self.answers_within(5, two)
-            wait_until(lambda: self.shows_a_change(one, two), "changes on the other console again")
-            wait_until(lambda: self.shows_a_change(two, one), "and the other way round")
+            self.await_change(one, two)
+            self.await_change(two, one)
             with frozen(device.process.pid):
                 os.kill(device.child("dbus-daemon"), signal.SIGKILL)
                 three = self.enterContext(device.console())
                 self.answers_within(5, three)
-            wait_until(lambda: self.shows_a_change(one, three), "changes on one that came while there was no bus")
+            self.await_change(one, three)
 
     def test_a_relay_is_offered_for_as_long_as_there_is_a_session(self):
-        port = free_port()
-        with Device("--ports", f"0,{port},0") as device:
+        with Device() as device:
             with frozen(device.child("dbus-daemon")):
-                one = self.enterContext(device.console(port))
+                one = self.enterContext(device.console(2))
                 one.read_until(b"lpc_service_create error: Connection timed out\n")
             wait_until(lambda: self.relays(device, one), "the relay of a session that began without a bus")
-            two = self.enterContext(device.console(port))
+            two = self.enterContext(device.console(2))
             self.answers_within(5, two)
             self.gone(device, "dbus-daemon", signal.SIGKILL)
             self.assertRegex(one.read_until(b"\n"), rb"A*lpc_service_on_connect: Connection reset by peer\n")
@@ -89,19 +88,17 @@ class Faults(unittest.TestCase):
 
     def relays(self, device, console):
         """Whether a byte that a daemon sends comes out there, after others of its kind and at most one complaint."""
-        console.settimeout(0.3)
         if device.ctl("call", "hdbt12cmdd", "hdbt12cmdd", "41").returncode != 0:
             return False
-        try:
-            got = console.recv(100)
-        except TimeoutError:
-            return False
+        with contextlib.suppress(AssertionError):
+            pump([console], lambda: console.seen.endswith(b"A"), "the byte", 0.3)
+        got, console.seen = console.seen, bytearray()
         self.assertRegex(got, rb"\A(lpc_service_create error: Connection .*\n)?A*\Z")
-        return got[-1:] == b"A"
+        return got.endswith(b"A")
 
     def test_a_bus_that_stands_still_delays_a_change_for_a_bounded_time_and_a_query_not_at_all(self):
         with Device() as device, device.console() as one, device.console() as two:
-            wait_until(lambda: self.shows_a_change(one, two), "changes on the other console")
+            self.await_change(one, two)
             with frozen(device.child("dbus-daemon")):
                 one.sendall(b"HDMISW sta\r"), self.answers_within(1.5, one)
                 for line in (b"Blink on\r", b"Blink off\r", b"USBSW 1\r", b"TrigRS1 on\r"):
@@ -109,7 +106,7 @@ class Faults(unittest.TestCase):
                 with device.console() as three:
                     three.sendall(b"Blink sta\r")
                     self.assertIn(b"Blink off\r\n", self.answers_within(5, three))
-            wait_until(lambda: self.shows_a_change(one, two), "changes on the other console again")
+            self.await_change(one, two)
 
     def test_a_daemon_that_stands_still_fails_a_call_in_bounded_time_and_delays_nobody_else(self):
         with Device() as device, device.console() as one, device.console() as two:
@@ -131,13 +128,13 @@ class Faults(unittest.TestCase):
 
     def test_nonsense_on_the_bus_neither_ends_nor_deafens_a_console(self):
         with Device() as device, device.console() as one, device.console() as two:
-            wait_until(lambda: self.shows_a_change(one, two), "changes on the other console")
+            self.await_change(one, two)
             for event in EVENTS:
                 for text in NONSENSE:
                     device.ctl("publish", event, text)
                 self.answers_within(5, one)
             self.assertIn(b"%n%s%x%99999d\r\n", self.answers_within(5, two))
-            wait_until(lambda: self.shows_a_change(one, two), "changes on the other console again")
+            self.await_change(one, two)
             for service, method in CALLS.items():
                 for text in NONSENSE:
                     device.ctl("call", service, method, text)

@@ -5,8 +5,7 @@ import subprocess
 import sys
 import unittest
 
-from launcher import Launcher
-from programs import wait_until
+from harness import Launcher, wait_until
 
 SERVER, CLIENT = (f"console{os.getpid()}{side}" for side in "ab")
 ADDRESS = "10.99.0.1"
@@ -15,8 +14,8 @@ HARDWARE_ADDRESS = "02:00:00:00:00:07"
 # Two sessions: one that nothing happens in, and one with output on its way.
 CLIENTS = f"""
 import sys
-from programs import Client
-idle, busy = (Client(int(port), address="{ADDRESS}") for port in sys.argv[1:])
+from harness import Console
+idle, busy = (Console.connect(int(port), address="{ADDRESS}") for port in sys.argv[1:])
 print(idle.ask(b"!environment\\r", b"!done\\n"), flush=True)
 busy.sendall(b"!ticks\\r")
 sys.stdin.read()

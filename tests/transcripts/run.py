@@ -16,10 +16,10 @@ What has to follow, nothing more and nothing less, before the next of the above:
 
     A: text               a line on A; "AB:" on both; "A:: "bytes"" as they stand
     A closed              the session ends
-    | text                a line that devicectl prints, "exit 1" where it fails; it is asked until it does so
+    | text                a line that devicectl prints, "exit 1" where it fails; "get" is asked until it does so
     * event NAME TEXT     what the bus carried, as "devicectl watch" prints it; not looked at where no "*" stands,
     * nothing             and this for nothing at all
-    log: text             a line with this text in a file of the run's log
+    log: text             a line with this text that the run logs from the last action on; "get" is none
 
 A text in double quotes is read with C escapes, and %{text*3} stands for texttexttext. Nothing here sleeps: behind each
 step an unknown word is typed and an event published, and what came before both have answered is what the step did.
@@ -34,20 +34,18 @@ import os
 import pathlib
 import pty
 import re
-import select
 import socket
-import subprocess
 import sys
-import tempfile
 import termios
-import time
 
-PATIENCE = 10
+from harness import PATIENCE, Console, Device, pump, wait_until
+
+PORTS = ["23", "9000", "9001", "9002"]
+WORDS = itertools.count(17)
 FENCE = re.compile(rb"\?\d+\r\r\nCommand FAILED: \(\?\d+\)\r\n|fence-\d+\r\n")
-TELNET_PIECE = re.compile(rb"([^\xff]+)|\xff(?:(\xff)|[\xfb-\xfe].)", re.S)
 
 
-class Failure(Exception):
+class Failure(AssertionError):
     """What differs from the session, ready to be shown."""
 
 
@@ -73,42 +71,12 @@ def compare(what, expected, got):
         raise Failure("\n".join([what, *difference[2:]]))
 
 
-class Console:
-    """One end of a session: what came and was not yet asked for."""
+class Stage:
+    """The consoles of a scene, and the device that is started when it is first asked for."""
 
-    def __init__(self, descriptor, is_telnet=False, hears_events=False):
-        self.descriptor, self.is_telnet, self.hears_events = descriptor, is_telnet, hears_events
-        self.raw, self.seen, self.closed = b"", b"", False
-        os.set_blocking(descriptor.fileno(), False)
-
-    def fileno(self):
-        return self.descriptor.fileno()
-
-    def receive(self):
-        try:
-            data = os.read(self.fileno(), 65536)
-        except OSError:
-            data = b""
-        self.closed = not data
-        self.raw += data
-        if not self.is_telnet:
-            self.seen, self.raw = self.seen + self.raw, b""
-        while piece := TELNET_PIECE.match(self.raw):
-            self.seen += piece[1] or piece[2] or b""
-            self.raw = self.raw[piece.end():]
-
-    def send(self, data, pump):
-        while data:
-            pump(lambda: select.select([], [self], [], 0)[1], "the console takes input")
-            data = data[os.write(self.fileno(), data):]
-
-
-class Device:
-    """A device in a root of its own, started when it is first asked for, and all that the runner holds of it."""
-
-    def __init__(self, programs):
-        self.programs, self.scope, self.fences = programs, contextlib.ExitStack(), itertools.count(17)
-        self.root, self.consoles, self.forgotten = None, {}, 0
+    def __init__(self):
+        self.scope, self.device, self.consoles = contextlib.ExitStack(), None, {}
+        self.forgotten = self.logged = 0
 
     def __enter__(self):
         return self
@@ -118,96 +86,68 @@ class Device:
         self.scope.close()
 
     def start(self):
-        if self.root is not None:
-            return
-        folder = pathlib.Path(self.scope.enter_context(tempfile.TemporaryDirectory()))
-        self.root, self.events = folder / "root", folder / "events"
-        with contextlib.ExitStack() as scope:
-            free = [scope.enter_context(socket.create_server(("127.0.0.1", 0))).getsockname()[1] for _ in range(4)]
-        self.ports = dict(zip(["23", "9000", "9001", "9002"], free))
-        telnet, *raw = map(str, free)
-        device = self.run(self.programs.device, "--port", telnet, "--ports", ",".join(raw), stdout=subprocess.PIPE)
-        compare("the device's first line", [f"ready: telnet 127.0.0.1 {telnet}\n"], [device.stdout.readline().decode()])
-        with open(self.events, "wb") as events:
-            self.run(self.programs.devicectl, "watch", stdout=events)
-        self.await_listeners()
-
-    def run(self, program, *words, stdout):
-        """Starts a program that runs until the end."""
-        process = self.scope.enter_context(subprocess.Popen([program, "--root", self.root, *words], stdout=stdout))
-        self.scope.callback(process.terminate)
-        return process
+        if self.device is None:
+            self.device = self.scope.enter_context(Device())
+            self.events = pathlib.Path(self.device.folder, "events")
+            with open(self.events, "wb") as events:
+                self.device.run(self.device.control_command("watch"), stdout=events)
+            self.device.await_listeners([], self.has_watched)
 
     def watched(self):
         """What the bus has carried and was not forgotten."""
         return self.events.read_text("latin-1").split("\n")[self.forgotten:-1]
 
+    def has_watched(self, fence):
+        return f"event CommandFeedback {fence}" in self.watched()
+
     def pump(self, condition, what, patience=PATIENCE):
-        """Takes in what arrives until the condition holds."""
-        deadline = time.monotonic() + patience
-        while not condition():
-            live = [console for console in self.consoles.values() if not console.closed]
-            if time.monotonic() > deadline:
-                raise Failure(f"waited {patience} s in vain until {what}")
-            for console in select.select(live, [], [], 0.01)[0]:
-                console.receive()
+        pump(self.consoles.values(), condition, what, patience)
 
     def control(self, words):
         """Runs devicectl; its lines."""
         self.start()
-        words = re.sub(r"%\{port (\d+)\}", lambda m: str(self.ports[m[1]]), words)
+        words = re.sub(r"%\{port (\d+)\}", lambda m: str(self.device.ports[PORTS.index(m[1])]), words)
         most = {"config": 2, "status": 2, "factory": 3, "publish": 2, "call": 3}.get(words.split(" ")[0], 1)
-        arguments = [text(word) for word in words.split(" ", most)]
-        done = subprocess.run([self.programs.devicectl, "--root", self.root, *arguments], timeout=PATIENCE,
-                              stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, check=False)
-        lines = done.stdout.decode(errors="backslashreplace").splitlines()
-        return lines + ([f"exit {done.returncode}"] if done.returncode else [])
+        done = self.device.ctl(*[text(word) for word in words.split(" ", most)])
+        return done.stdout.splitlines() + ([f"exit {done.returncode}"] if done.returncode else []), done.stderr
 
-    def open(self, name, port="23"):
+    def open(self, name, port):
         self.start()
-        connection = socket.create_connection(("127.0.0.1", self.ports[port]), PATIENCE)
-        self.consoles[name] = Console(connection, port == "23", True)
-        self.await_listeners()
+        self.consoles[name] = Console.connect(self.device.ports[PORTS.index(port)], is_telnet=port == "23")
+        self.device.await_listeners(self.listening())
 
     def open_fake(self, name, script):
         child, terminal = pty.fork()
         if child == 0:
             os.environ["CMDD_DOUBLE"] = script.replace("; ", "\n")
-            os.execv(self.programs.fake, ["/usr/bin/*cmdd"])
+            os.execv(os.environ["FAKE"], ["/usr/bin/*cmdd"])
         self.scope.callback(os.waitpid, child, 0)
         self.consoles[name] = console = Console(os.fdopen(terminal, "rb", 0))
         self.pump(lambda: not termios.tcgetattr(console.fileno())[3] & termios.ECHO, f"console {name} is raw")
 
+    def listening(self):
+        """The consoles that hear the device's bus, which a device in memory is not on."""
+        return [each for each in self.consoles.values() if isinstance(each.descriptor, socket.socket)]
+
     def close_all(self):
-        for name in [*self.consoles]:
-            self.consoles.pop(name).descriptor.close()
+        """Ends all sessions, so that none is left in the next scene."""
+        while self.consoles:
+            self.consoles.popitem()[1].close()
+        if self.device:
+            wait_until(lambda: not self.device.sessions(), "the end of all sessions")
 
-    def await_listeners(self):
-        """Waits until whoever was just started hears events."""
-        for _ in range(49):
-            with contextlib.suppress(Failure):
-                return self.await_event_fence(PATIENCE / 50)
-        self.await_event_fence()
+    def await_fences(self, typed):
+        """Behind all that is on its way: a line on the console that was typed on, and an event."""
+        if typed and not typed.closed:
+            word = f"?{next(WORDS)}".encode()
+            typed.sendall(word + b"\r")
+            self.pump(lambda: b"FAILED: (" + word + b")\r\n" in typed.seen or typed.closed, "another line is answered")
+        if self.device and not all(each.closed for each in self.consoles.values()):
+            self.device.fence(self.listening(), self.has_watched)
 
-    def await_event_fence(self, patience=PATIENCE):
-        """An event behind all others: what its consoles and the watcher have not shown by now will never come."""
-        if self.root is None:
-            return
-        fence = f"fence-{next(self.fences)}"
-        listening = [each for each in self.consoles.values() if each.hears_events]
-        self.control(f"publish CommandFeedback {fence}")
-        self.pump(lambda: f"event CommandFeedback {fence}" in self.watched()
-                  and all(f"{fence}\r\n".encode() in each.seen or each.closed for each in listening),
-                  f"all consoles and the watcher show {fence}", patience)
-
-    def await_line_fence(self, console):
-        """A line behind all others, which the main thread answers last."""
-        word = f"?{next(self.fences)}".encode()
-        console.send(word + b"\r", self.pump)
-        self.pump(lambda: b"FAILED: (" + word + b")\r\n" in console.seen or console.closed, "another line is answered")
-
-    def has_log(self, wanted):
-        return wanted.encode() in (self.root / "log/device.log").read_bytes()
+    def log(self):
+        """What was logged and was not forgotten."""
+        return pathlib.Path(self.device.root, "log/device.log").read_bytes()[self.logged:] if self.device else b""
 
 
 class Step:
@@ -227,39 +167,48 @@ class Step:
             for name in kind.rstrip(":"):
                 self.expected[name] = self.expected.get(name, b"") + data
 
-    def play(self, device):
+    def play(self, stage):
         output, expected = [], self.expected
+        if not self.is_question():
+            stage.logged += len(stage.log())
         if self.verb == "open":
             for name in re.findall("[A-Z]", self.operand):
-                device.open(name, *re.findall(r"\d+", self.operand))
+                stage.open(name, *re.findall(r"\d+", self.operand) or ["23"])
         elif self.verb == "fake":
-            device.open_fake(*self.operand.split(": ", 1))
+            stage.open_fake(*self.operand.split(": ", 1))
         elif self.verb == "$":
-            output = self.ask(device)
+            output = self.ask(stage)
         else:
-            expected = self.type(device, device.consoles[self.verb[0]])
-        self.check(device, expected)
+            expected = self.type(stage, stage.consoles[self.verb[0]])
+        self.check(stage, expected)
         compare("devicectl printed", self.output, output)
 
-    def ask(self, device):
-        """Asks devicectl again until it prints what it is to print."""
-        deadline = time.monotonic() + PATIENCE
-        output = device.control(self.operand)
-        while output != self.output and time.monotonic() < deadline:
-            output = device.control(self.operand)
+    def is_question(self):
+        return self.verb == "$" and re.match(r"\w+ get |calls$", self.operand) is not None
+
+    def ask(self, stage):
+        """Runs devicectl; asks a question until the answer is the expected one, and calls again while nobody is there."""
+        def is_answered():
+            nonlocal output
+            output, errors = stage.control(self.operand)
+            may_come = self.is_question() or "No route to host" in errors
+            return output == self.output or not may_come
+        output = []
+        with contextlib.suppress(AssertionError):
+            wait_until(is_answered, "the answer")
         return output
 
-    def type(self, device, console):
+    def type(self, stage, console):
         """Types the operand; what is expected on each console, echo and short reply included."""
         if self.verb.endswith(">>"):
-            console.send(text(self.operand), device.pump)
+            console.sendall(text(self.operand))
             return self.expected
         line, sign, reply = re.fullmatch(r"(.*?)(?: +(=>>?) (.*))?", self.operand).groups()
         if self.verb[1] != ">":
             sign, reply = "=>", line if self.verb[1] == "=" else f"Command FAILED: ({line})"
-        console.send(text(line) + b"\r", device.pump)
+        console.sendall(text(line) + b"\r")
         expected = {}
-        for name, each in device.consoles.items():
+        for name, each in stage.consoles.items():
             expected[name] = text(line) + b"\r\r\n" if each is console else b""
             expected[name] += text(reply) + b"\r\n" if sign == "=>>" or (sign and each is console) else b""
             expected[name] += self.expected.get(name, b"")
@@ -268,30 +217,27 @@ class Step:
     def has_typed_line(self):
         return self.verb[1:] in (">", "=", "!") or self.verb[1:] == ">>" and text(self.operand)[-1:] in b"\r\n\0"
 
-    def check(self, device, expected):
+    def check(self, stage, expected):
         """What was promised comes first; then the fences show that nothing else is on its way."""
-        with contextlib.suppress(Failure):
-            device.pump(lambda: all(each.closed or len(each.seen) >= len(expected.get(name, b""))
-                                    for name, each in device.consoles.items()), "all has come")
+        with contextlib.suppress(AssertionError):
+            stage.pump(lambda: all(each.closed or len(each.seen) >= len(expected.get(name, b""))
+                                    for name, each in stage.consoles.items()), "all has come")
         for name in self.closed:
-            device.pump(lambda: device.consoles[name].closed, f"session {name} ends")
-        if self.has_typed_line() and not device.consoles[self.verb[0]].closed:
-            device.await_line_fence(device.consoles[self.verb[0]])
-        if self.closed != set(device.consoles):
-            device.await_event_fence()
-        for name, console in device.consoles.items():
+            stage.pump(lambda: stage.consoles[name].closed, f"session {name} ends")
+        stage.await_fences(stage.consoles[self.verb[0]] if self.has_typed_line() else None)
+        for name, console in stage.consoles.items():
             compare(f"on console {name}", shown(expected.get(name, b"")), shown(FENCE.sub(b"", console.seen)))
             compare(f"session {name} ended", [str(name in self.closed)], [str(console.closed)])
-            console.seen = b""
+            console.seen.clear()
         for name in self.closed:
-            device.consoles.pop(name).descriptor.close()
-        watched = device.watched() if device.root else []
-        device.forgotten += len(watched)
+            stage.consoles.pop(name).close()
+        watched = stage.watched() if stage.device else []
+        stage.forgotten += len(watched)
         if self.watched:
             carried = [line for line in watched if not line.startswith("event CommandFeedback fence-")]
             compare("on the bus", [line for line in self.watched if line != "nothing"], carried)
         for wanted in self.logged:
-            device.pump(lambda: device.has_log(wanted), f"the log holds {wanted!r}")
+            wait_until(lambda: wanted.encode() in stage.log(), f"the log holds {wanted!r}")
 
 
 ACTION = re.compile(r"(open|fake|\$|[A-Z]>>|[A-Z][>=!]) (.*)")
@@ -318,32 +264,30 @@ def read_session(path):
     return opening, scenes
 
 
-def play_scene(device, path, title, steps):
+def play_scene(stage, path, title, steps):
     """True when all went as written; shows the difference otherwise."""
     try:
         for step in steps:
-            step.play(device)
-    except Failure as failure:
+            step.play(stage)
+    except AssertionError as failure:
         print(f"{path}:{step.number}: {title}\n    {step.verb} {step.operand[:200]}\n{failure}\n", flush=True)
         return False
     finally:
-        device.close_all()
+        stage.close_all()
     return True
 
 
 def main():
     arguments = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    for program in ("device", "devicectl", "fake"):
-        arguments.add_argument("--" + program, help=f"the program {program}, as it was built")
     arguments.add_argument("sessions", type=pathlib.Path, nargs="+")
     options = arguments.parse_args()
     failed = played = 0
     for path in options.sessions:
         opening, scenes = read_session(path)
-        with Device(options) as device:
+        with Stage() as stage:
             for title, steps in scenes:
                 played += 1
-                failed += not play_scene(device, path, title, opening + steps)
+                failed += not play_scene(stage, path, title, opening + steps)
     print(f"{played} scenes, {failed} failed")
     return 1 if failed or not played else 0
 
