@@ -1,7 +1,6 @@
 #include "host/daemons/daemon.h"
 #include "host/daemons/daemons.h"
 #include "host/daemons/leaf_value.h"
-#include "host/daemons/time_scale.h"
 
 #include <algorithm>
 #include <list>
@@ -35,7 +34,7 @@ class Lockout {
 
     std::string countFailure(const std::string& id) {
         Client& client = clientOf(id);
-        if (++client.failures == failuresToLock) client.locked.start(scaled(lockTime));
+        if (++client.failures == failuresToLock) client.locked.start(lockTime);
         publish();
         return "ok";
     }

@@ -1,13 +1,18 @@
+#include "host/base/factory_store.h"
 #include "host/base/json.h"
+#include "host/base/note.h"
 #include "host/daemons/daemon.h"
 #include "host/daemons/daemons.h"
 #include "host/daemons/leaf_value.h"
-#include "host/daemons/time_scale.h"
+#include "platform/factory_data.h"
 #include "platform/json_token.h"
 #include "platform/user_config.h"
+#include "text/owned_text.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <iterator>
+#include <string>
 #include <string_view>
 #include <strings.h>
 
@@ -16,8 +21,9 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto updateTime = 10s;
+constexpr auto updateTime = 3s;
 constexpr char updatePath[] = "system.update.progressEvent.isOn";
+constexpr char versionKey[] = "FirmwareVer";
 
 constexpr std::string_view ownUsers[] = {"root", "daemon", "bin", "sys", "sshd", "nobody"};
 
@@ -48,9 +54,22 @@ std::string deleteUser(const char* name) {
     return isStored(name) ? std::string("fail still an account ") + name : "ok";
 }
 
+/// "1.0.2" for "1.0.1".
+std::string versionAfter(const std::string& version) {
+    const std::size_t last = version.rfind('.') + 1;
+    return version.substr(0, last) + std::to_string(std::strtoul(version.c_str() + last, nullptr, 10) + 1);
+}
+
+void installNextVersion() {
+    char* version = nullptr;
+    factory_read_data(versionKey, &version);
+    const OwnedText owned(version);
+    if (!writeFactoryData(versionKey, versionAfter(version != nullptr ? version : "").c_str())) note("no update: %m");
+}
+
 class System {
   public:
-    explicit System(Daemon& daemon) : updated_(daemon.loop(), [] { setUpdating(false); }) {
+    explicit System(Daemon& daemon) : updated_(daemon.loop(), endUpdate) {
         daemon.offer("sshAddUser", addUser);
         daemon.offer("sshDelUser", deleteUser);
         daemon.offer("sshUpdate", [this](const char* word) { return update(word); });
@@ -60,10 +79,15 @@ class System {
   private:
     static void setUpdating(bool on) { putStatusFlag(updatePath, on); }
 
+    static void endUpdate() {
+        installNextVersion();
+        setUpdating(false);
+    }
+
     std::string update(const char* word) {
         if (std::string_view(word) != "On" || updated_.isRunning()) return "ok";
         setUpdating(true);
-        updated_.start(scaled(updateTime));
+        updated_.start(updateTime);
         return "ok";
     }
 

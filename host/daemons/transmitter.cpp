@@ -2,7 +2,6 @@
 
 #include "host/base/note.h"
 #include "host/daemons/leaf_value.h"
-#include "host/daemons/time_scale.h"
 #include "host/daemons/trigger_name.h"
 #include "platform/event_bus.h"
 
@@ -48,7 +47,7 @@ void Transmitter::startNext() {
     current_ = std::move(waiting_.front());
     waiting_.pop_front();
     if (current_.isLeading && !sent_.empty()) endCommand();
-    wait_.start(scaled(current_.waits * waitTime));
+    wait_.start(current_.waits * waitTime);
 }
 
 void Transmitter::send() {

@@ -2,7 +2,6 @@
 #include "host/base/note.h"
 #include "host/daemons/daemon.h"
 #include "host/daemons/daemons.h"
-#include "host/daemons/time_scale.h"
 #include "host/store/defaults.h"
 #include "host/store/store.h"
 #include "platform/event_bus.h"
@@ -39,7 +38,7 @@ class Upgrade {
 
     void announceRestart() {
         if (eventbus_publish(upgradeEvent, "Web Reboot\r") != 0) note("the restart cannot be announced: %m");
-        restart_.start(scaled(graceTime));
+        restart_.start(graceTime);
     }
 
     static void restartDevice() {
