@@ -1,5 +1,6 @@
 #include "settings/integer_setting.h"
 
+#include "settings/change_lock.h"
 #include "text/text.h"
 
 #include <algorithm>
@@ -17,10 +18,13 @@ void changeInteger(const Command& command, std::optional<int> value, Range range
 }
 
 void stepInteger(const Command& command, int step, Range range) {
+    ChangeLock lock;
+    if (!lock) return reject(command);
     const int wanted = readInteger(command.leaf).value_or(0) + step;
-    const int limit = std::clamp(wanted, range.first, range.last);
-    if (wanted != limit) return printSetting(command.rowName, limit);
-    changeInteger(command, wanted, range);
+    const int value = std::clamp(wanted, range.first, range.last);
+    const bool isShown = value != wanted || writeInteger(command, value);
+    lock.release();
+    if (isShown) printSetting(command.rowName, value);
 }
 
 }  // namespace

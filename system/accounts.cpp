@@ -2,14 +2,16 @@
 
 #include "command/log.h"
 #include "command/owned_token.h"
-#include "command/service_call.h"
+#include "platform/lpc.h"
 #include "platform/user_config.h"
+#include "settings/change_lock.h"
 #include "system/words.h"
 #include "text/fixed_text.h"
 #include "text/text.h"
 
 #include <algorithm>
 #include <cctype>
+#include <cerrno>
 #include <cstdio>
 #include <strings.h>
 
@@ -104,15 +106,36 @@ void listUsers() {
     printLine(" -");
 }
 
-/// Has the system service add the SSH user of a new account and tells the operator what came of it. The account stays
-/// in any case.
-void addSshUser(const Command& command, json_token* account) {
-    if (account == nullptr) return reject(command);
+/// What came of a change of the accounts.
+enum class Change {
+    made,
+    refused,
+    failed,  ///< and it has been reported where failures are
+};
+
+/// An order to the system service, which has it when the call stands here; `error` is the errno of one that has not.
+struct SshOrder {
+    OwnedCompletion call;
+    int error = 0;
+};
+
+void reportCallFailure(int error) {
+    errno = error;
+    std::perror("lpc_proxy_call");
+}
+
+/// Has the system service add the SSH user of a new account.
+SshOrder orderSshUser(json_token* account) {
+    if (account == nullptr) return {nullptr, ENOMEM};
     lpc_completion* call = nullptr;
-    if (lpc_proxy_call_with_reply("systemd", "sshAddUser", json_token_to_string(account), &call) != 0) {
-        return std::perror("lpc_proxy_call");
-    }
-    const OwnedCompletion completion(call);
+    const int result = lpc_proxy_call_with_reply("systemd", "sshAddUser", json_token_to_string(account), &call);
+    return {OwnedCompletion(call), result == 0 ? 0 : errno};
+}
+
+/// Tells the operator what came of the order. The account stays in any case.
+void reportSshUser(const Command& command, const SshOrder& order) {
+    if (order.error != 0) return reportCallFailure(order.error);
+    lpc_completion* call = order.call.get();
     if (lpc_completion_wait(call, sshReplyLimit) != 0) return;
     const char* reply = lpc_completion_data(call);
     if (reply != nullptr && startsWith(reply, "fail")) return reject(command);
@@ -142,35 +165,67 @@ bool copyOthers(json_token* from, json_token* to, const char* name) {
     return copied < position;
 }
 
+/// Adds an account as one step among all consoles. The order to the system service is part of it, so that the SSH users
+/// change in the same order as the accounts; its answer is not.
+Change addAccount(const char* typed, SshOrder& order) {
+    const ChangeLock lock;
+    if (!lock) return Change::refused;
+    const OwnedToken accounts = readAccounts();
+    if (!accounts) {
+        logTokenFailure();
+        return Change::failed;
+    }
+    const int position = countUsers(accounts.get());
+    const Words<2> words(typed, " ");
+    if (position >= accountLimit || words.count() != 2 || !isAlphanumeric(words[1])) return Change::refused;
+    if (isTaken(accounts.get(), words[0])) return Change::refused;
+    putUser(accounts.get(), position, {words[0], words[1]}, "Guest");
+    user_config_update(json_token_to_string(accounts.get()));
+    order = orderSshUser(json_token_object_walk_get_object(accounts.get(), userPath(position).c_str()));
+    return Change::made;
+}
+
+/// Deletes an account in the same way. `callError`: the errno of the call to the system service, 0 for one that it
+/// answered.
+Change deleteAccount(const char* name, int& callError) {
+    const ChangeLock lock;
+    if (!lock) return Change::refused;
+    const OwnedToken accounts = readAccounts();
+    if (!accounts) {
+        std::perror("json_token_new_object");
+        return Change::failed;
+    }
+    const OwnedToken others = makeAccounts();
+    if (!others) {
+        logTokenFailure();
+        return Change::failed;
+    }
+    if (isRoot(name) || !copyOthers(accounts.get(), others.get(), name)) return Change::refused;
+    user_config_update(json_token_to_string(others.get()));
+    callError = lpc_proxy_call("systemd", "sshDelUser", name) == 0 ? 0 : errno;
+    return Change::made;
+}
+
 }  // namespace
 
 void addUser(const Command& command) {
     if (isEmpty(command.argument)) return reject(command);
     if (equals(command.argument, "sta")) return listUsers();
-    const OwnedToken accounts = readAccounts();
-    if (!accounts) return logTokenFailure();
-    const int position = countUsers(accounts.get());
-    const Words<2> words(command.argument, " ");
-    if (position >= accountLimit || words.count() != 2 || !isAlphanumeric(words[1])) return reject(command);
-    if (isTaken(accounts.get(), words[0])) return reject(command);
-
-    putUser(accounts.get(), position, {words[0], words[1]}, "Guest");
-    user_config_update(json_token_to_string(accounts.get()));
+    SshOrder order;
+    const Change change = addAccount(command.argument, order);
+    if (change == Change::refused) reject(command);
+    if (change != Change::made) return;
     printLine(command.line);
-    addSshUser(command, json_token_object_walk_get_object(accounts.get(), userPath(position).c_str()));
+    reportSshUser(command, order);
 }
 
 void deleteUser(const Command& command) {
     if (isEmpty(command.argument)) return reject(command);
-    const OwnedToken accounts = readAccounts();
-    if (!accounts) return std::perror("json_token_new_object");
-    const OwnedToken others = makeAccounts();
-    if (!others) return logTokenFailure();
-    if (isRoot(command.argument)) return reject(command);
-    if (!copyOthers(accounts.get(), others.get(), command.argument)) return reject(command);
-
-    user_config_update(json_token_to_string(others.get()));
+    int callError = 0;
+    const Change change = deleteAccount(command.argument, callError);
+    if (change == Change::refused) reject(command);
+    if (change != Change::made) return;
     printLine(command.line);
-    callService("systemd", "sshDelUser", command.argument);
+    if (callError != 0) reportCallFailure(callError);
     printLine("TCP/IP user was deleted");
 }

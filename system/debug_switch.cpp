@@ -3,6 +3,7 @@
 #include "command/service_call.h"
 #include "platform/shell.h"
 #include "platform/user_status.h"
+#include "settings/change_lock.h"
 #include "settings/write_path.h"
 #include "text/text.h"
 
@@ -15,7 +16,6 @@ void setDebug(const Command& command, bool on) {
 }
 
 void setChipDebug(const Command& command, bool on) {
-    printLine(on ? "Into 977 Debug Mode..." : "Leave 977 Debug Mode...");
     if (!updateSettings(fillBoolean(command.leaf, on))) logWriteFailure();
     // Relative to the working folder, unlike above; kept on purpose.
     lsystem(on ? "mnt/mtd/bin/apploggertool -a console debug" : "mnt/mtd/bin/apploggertool -d");
@@ -33,5 +33,10 @@ void switchDebug(const Command& command) {
 
 void toggleChipDebug(const Command& command) {
     if (!isEmpty(command.argument)) return reject(command);
-    setChipDebug(command, readBoolean(command.leaf).value_or(0) == 0);
+    ChangeLock lock;
+    if (!lock) return reject(command);
+    const bool on = readBoolean(command.leaf).value_or(0) == 0;
+    setChipDebug(command, on);
+    lock.release();
+    printLine(on ? "Into 977 Debug Mode..." : "Leave 977 Debug Mode...");
 }

@@ -1,6 +1,7 @@
 #include "video/display_button.h"
 
 #include "platform/event_bus.h"
+#include "settings/change_lock.h"
 #include "settings/write_path.h"
 #include "video/cec_trigger.h"
 #include "video/trigger.h"
@@ -22,7 +23,9 @@ void reportPower(const Command& command) {
     if (power) printSetting(command.rowName, power.get());
 }
 
-const char* oppositePower() {
+/// The word to store for a typed one.
+const char* powerFor(const char* word) {
+    if (!equals(word, "tog")) return word;
     const OwnedText power = readText(powerLeaf);
     return power && equals(power.get(), "on") ? "off" : "on";
 }
@@ -35,9 +38,14 @@ void announcePower(const Command& command, const char* word) {
     if (isLogged(LOG_LEVEL_ERROR)) __printLog(LOG_LEVEL_ERROR, "eventbus_publish(UserConfigFeedback error!)");
 }
 
-void setPower(const Command& command, const char* word) {
+/// Announced as part of the step, so that the last word that is shown is the stored one.
+void setPower(const Command& command) {
+    ChangeLock lock;
+    if (!lock) return reject(command);
+    const char* word = powerFor(command.argument);
     if (!updateSettings(fillText(powerLeaf, word))) return logWriteFailure();
     if (command.broadcast) return announcePower(command, word);
+    lock.release();
     printSetting(command.rowName, word);
 }
 
@@ -54,8 +62,9 @@ void sendToDisplay(const SentWord& sent) {
 
 void pressDisplayButton(const Command& command) {
     if (equals(command.argument, "sta")) return reportPower(command);
-    if (equals(command.argument, "tog")) return setPower(command, oppositePower());
-    if (equals(command.argument, "on") || equals(command.argument, "off")) return setPower(command, command.argument);
+    for (const char* word : {"on", "off", "tog"}) {
+        if (equals(command.argument, word)) return setPower(command);
+    }
     for (const SentWord& sent : sentWords) {
         if (equals(command.argument, sent.word)) return sendToDisplay(sent);
     }

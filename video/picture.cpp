@@ -1,5 +1,6 @@
 #include "video/picture.h"
 
+#include "settings/change_lock.h"
 #include "text/text.h"
 
 #include <cstdio>
@@ -7,9 +8,13 @@
 void resetPicture(const Command& command) {
     if (!isEmpty(command.argument)) return reject(command);
     if (!readScalerModeStatus()) return printLine("Command FAILED");  // without the line, unlike all others
+    ChangeLock lock;
+    if (!lock) return reject(command);
     const int counter = readInteger(command.leaf).value_or(0);
     const Document document = fillInteger(command.leaf, counter == 0 ? 1 : 0);
-    if (writeSetting(command, document, false)) printLine(command.rowName);
+    const bool isShown = writeSetting(command, document, false);
+    lock.release();
+    if (isShown) printLine(command.rowName);
 }
 
 void copyOutputEdid(const Command& command) {

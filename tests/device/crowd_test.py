@@ -1,20 +1,23 @@
 """A whole device under many consoles.
 
-CROWD_SECONDS is how long they type, CROWD_CYCLES how many connect, ask and leave: 60 and 10000 by hand, less otherwise.
+CROWD_SECONDS is how long they type, CROWD_CYCLES how many connect, ask and leave, CROWD_RACES how often some of them
+change the same at the same moment: 60, 10000 and 200 by hand, less otherwise.
 """
 
 import collections
 import concurrent.futures
+import itertools
 import os
 import re
 import socket
 import time
 import unittest
 
-from harness import OFFERS, Console, Device, children_of, descriptors_of, memory_of, pump, wait_until
+from harness import OFFERS, Console, Device, accepts, children_of, descriptors_of, memory_of, pump, wait_until
 
 SECONDS = float(os.environ.get("CROWD_SECONDS", "3"))
 CYCLES = int(os.environ.get("CROWD_CYCLES", "500"))
+RACES = int(os.environ.get("CROWD_RACES", "5"))
 SESSIONS = 100
 MOST_FROM_ONE_ADDRESS = 192
 
@@ -164,6 +167,54 @@ class Coming(Footprints):
         except (AssertionError, ConnectionError):
             got = b""
         return b"Type" if got.endswith(b"Type\r\r\n") else got
+
+
+class SameMoment(unittest.TestCase):
+    """Three consoles that type at the same moment, time and again."""
+
+    def setUp(self):
+        self.device = self.enterContext(Device())
+        self.consoles = [self.enterContext(self.device.console()) for _ in range(3)]
+        self.assertEqual(len(self.at_once(b"", b"", b"")), 3)
+
+    def at_once(self, *lines):
+        """What each console shows until another line behind its own is answered."""
+        for console, line in zip(self.consoles, lines):
+            console.sendall(line + b"\r?\r")
+        return [console.read_until(b"Command FAILED: (?)\r\n") for console, _ in zip(self.consoles, lines)]
+
+    def accounts(self):
+        listed = self.consoles[0].ask(b"IPAddUser sta\r", b"\n -\r\n")
+        return b"".join(sorted(re.findall(rb" - (\w+) &", listed)))
+
+    def test_no_account_is_lost_and_none_comes_back(self):
+        for _ in range(RACES):
+            self.at_once(b"IPAddUser a 1", b"IPAddUser b 1", b"IPAddUser c 1")
+            self.assertEqual(self.accounts(), b"abc")
+            self.at_once(b"IPDelUser c")  # root is the fourth account, and there are no more
+            self.at_once(b"IPDelUser b", b"IPAddUser d 1")
+            self.assertEqual(self.accounts(), b"ad")
+            self.at_once(b"IPDelUser a", b"IPDelUser d")
+            self.assertEqual(self.accounts(), b"")
+
+    def test_the_device_listens_on_the_stored_port(self):
+        for _ in range(RACES):
+            ports = self.device.reserve_port(), self.device.reserve_port()
+            self.at_once(*(b"IPPort %d" % port for port in ports))
+            stored = int(self.device.ctl("config", "get", '{"network":{"telnet":{"telnetPort":0}}}').stdout)
+            self.assertEqual([port == stored for port in ports], [accepts(port) for port in ports])
+
+    def test_no_toggle_and_no_step_is_lost(self):
+        self.at_once(b"Broadcast off")
+        for start in itertools.islice(itertools.cycle(range(-80, -3, 3)), RACES):
+            modes = b"".join(self.at_once(b"dbg977", b"dbg977"))
+            self.assertEqual([modes.count(b"Into 977"), modes.count(b"Leave 977")], [1, 1])
+            self.at_once(b"DispBtn on")
+            words = b"".join(self.at_once(b"DispBtn tog", b"DispBtn tog"))
+            self.assertEqual([words.count(b"DispBtn off"), words.count(b"DispBtn on")], [1, 1])
+            self.at_once(b"VOUT %d" % start)
+            self.at_once(b"VOUT +", b"VOUT +", b"VOUT +")
+            self.assertIn(b"VOUT %d\r\n" % (start + 3), self.at_once(b"VOUT sta")[0])
 
 
 if __name__ == "__main__":
