@@ -18,6 +18,7 @@
 #include "system/ip_settings.h"
 #include "system/login_mode.h"
 #include "system/maintenance.h"
+#include "system/network_leaves.h"
 #include "system/report.h"
 #include "system/telnet_port.h"
 #include "system/usb_route.h"
@@ -192,18 +193,15 @@ constexpr CommandEntry rows[] = {
      printNameAndInteger, markedRow},
     {"IPDelUser", "IPDelUser    IPDelUser <name>. Delete a user from TCP/IP.", "", deleteUser, printNameAndInteger,
      markedRow},
-    {"IPDHCP", "IPDHCP    IPDHCP x, x are on/off/sta. Sets the status of DHCP.",
-     R"({"network":{"eth0":{"bootProto":"%s"}}})", setDhcp, printDhcp, markedRow},
-    {"IPStatic", ipStaticHelp, R"({"network":{"eth0":{"ipSettings":{"ipaddr":"%s"}}}})", setStaticAddress,
-     printStaticAddress, markedRow},
-    {"IPStatic", ipStaticHelp, R"({"network":{"eth0":{"ipSettings":{"netmask":"%s"}}}})", setStaticAddress,
-     printStaticNetmask, markedRow},
-    {"IPStatic", ipStaticHelp, R"({"network":{"eth0":{"ipSettings":{"gateway":"%s"}}}})", setStaticAddress,
-     printStaticGateway, markedRow},
-    {"IPPort", "IPPort    IPPort x, x is 1~65535. Set the TCP/IP port.", R"({"network":{"telnet":{"telnetPort":%d}}})",
-     setTelnetPort, printTelnetPort, markedRow},
-    {"IPLogin", "IPLogin    IPLogin x, x are on/off/sta. Displays IPLogin status.",
-     R"({"network":{"telnet":{"loginMode":%s}}})", setLoginMode, printOnOff, markedRow},
+    {"IPDHCP", "IPDHCP    IPDHCP x, x are on/off/sta. Sets the status of DHCP.", bootProtoLeaf, setDhcp, printDhcp,
+     markedRow},
+    {"IPStatic", ipStaticHelp, ipAddressLeaf, setStaticAddress, printStaticAddress, markedRow},
+    {"IPStatic", ipStaticHelp, netmaskLeaf, setStaticAddress, printStaticNetmask, markedRow},
+    {"IPStatic", ipStaticHelp, gatewayLeaf, setStaticAddress, printStaticGateway, markedRow},
+    {"IPPort", "IPPort    IPPort x, x is 1~65535. Set the TCP/IP port.", telnetPortLeaf, setTelnetPort, printTelnetPort,
+     markedRow},
+    {"IPLogin", "IPLogin    IPLogin x, x are on/off/sta. Displays IPLogin status.", loginModeLeaf, setLoginMode,
+     printOnOff, markedRow},
 
     // Broadcast and serial ports
     {"Broadcast", "Broadcast    Broadcast x, x are on/off/sta. Enables broadcast mode.", broadcastLeaf,

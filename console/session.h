@@ -19,6 +19,10 @@ extern constinit std::atomic<int> sessionListening;
 
 // NOLINTEND(bugprone-dynamic-static-initializers)
 
+/// The signal handler: SIGHUP ends the line reader, signal 12 writes a line for whoever debugs, and any other does
+/// nothing.
+void onSignal(int number);
+
 /// Owned by the entry routine for the life of the process and handed to every thread.
 struct SessionContext {
     int kind = 0;           ///< 1 switches the link monitor on; the entry routine makes every console a 4

@@ -33,7 +33,7 @@ void printAddresses(ReadAddress read) {
 }
 
 void printPort() {
-    const std::optional<int> port = readInteger(R"({"network":{"telnet":{"telnetPort":%d}}})");
+    const std::optional<int> port = readInteger(telnetPortLeaf);
     if (port) printSetting("IP Port", *port);
 }
 

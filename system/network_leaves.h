@@ -1,7 +1,10 @@
-/// The network leaves that more than one command reads.
+/// The network leaves that stand in more than one place.
 #pragma once
 
 inline constexpr char bootProtoLeaf[] = R"({"network":{"eth0":{"bootProto":"%s"}}})";
+
+inline constexpr char loginModeLeaf[] = R"({"network":{"telnet":{"loginMode":%s}}})";
+inline constexpr char telnetPortLeaf[] = R"({"network":{"telnet":{"telnetPort":%d}}})";
 
 /// In the settings store the configured address, in the status store the one in effect.
 inline constexpr char ipAddressLeaf[] = R"({"network":{"eth0":{"ipSettings":{"ipaddr":"%s"}}}})";

@@ -1,6 +1,7 @@
 #include "console/line_reader.h"
 
 #include "console/session.h"
+#include "tests/capture.h"
 
 #include <cstdio>
 #include <gtest/gtest.h>
@@ -30,6 +31,17 @@ std::string leftAfterHangUp() {
 TEST(LineReaderDeathTest, AHangUpIsSeenBeforeTheNextByte) {
     testing::FLAGS_gtest_death_test_style = "threadsafe";
     EXPECT_EXIT(std::exit(leftAfterHangUp() == "b" ? 0 : 1), testing::ExitedWithCode(0), "");
+}
+
+TEST(SignalTest, EachSignalHasItsOwnMeaning) {
+    const std::string shown = fake_platform::captureErrors([] {
+        onSignal(10);
+        onSignal(12);
+    });
+    EXPECT_EQ(shown, "\x1b[1;31;36m[sighandler][644] ffffffffffff \x1b[0m \n");
+    EXPECT_EQ(sessionRunning, 1);
+    onSignal(1);
+    EXPECT_EQ(sessionRunning, 0);
 }
 
 }  // namespace
