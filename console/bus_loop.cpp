@@ -48,11 +48,12 @@ bool serveEvents(eventbus* bus) {
     return true;
 }
 
-bool listen(std::span<const BusSubscription> subscriptions) {
+bool listen(std::span<const BusSubscription> subscriptions, void (*onSubscribed)()) {
     eventbus* bus = eventbus_open();
     const bool isSubscribed =
         bus != nullptr ? subscribeAll(bus, subscriptions) : failWith("[doListenEventLoop]eventbus_open");
     sessionListening = 1;
+    if (isSubscribed && onSubscribed != nullptr) onSubscribed();
     const bool stopped = isSubscribed && serveEvents(bus);
     eventbus_close(bus);
     return stopped;
@@ -60,8 +61,8 @@ bool listen(std::span<const BusSubscription> subscriptions) {
 
 }  // namespace
 
-bool listenToBus(std::span<const BusSubscription> subscriptions) {
-    const bool stopped = listen(subscriptions);
+bool listenToBus(std::span<const BusSubscription> subscriptions, void (*onSubscribed)()) {
+    const bool stopped = listen(subscriptions, onSubscribed);
     markRelayStop();
     return stopped;
 }

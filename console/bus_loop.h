@@ -11,10 +11,10 @@ struct BusSubscription {
     void* userData;
 };
 
-/// Opens the bus, subscribes in order and runs the callbacks on this thread until markRelayStop() or a failure, which
-/// is reported on standard error. Closes the bus and marks the stop before it returns: true after a stop, false after a
-/// failure.
-bool listenToBus(std::span<const BusSubscription> subscriptions);
+/// Opens the bus, subscribes in order, calls `onSubscribed`, where there is one, and runs the callbacks on this thread
+/// until markRelayStop() or a failure, which is reported on standard error. Closes the bus and marks the stop before it
+/// returns: true after a stop, false after a failure.
+bool listenToBus(std::span<const BusSubscription> subscriptions, void (*onSubscribed)() = nullptr);
 
 /// Stops what listens to the event bus in this process: the relay and the event listener.
 void markRelayStop();

@@ -35,12 +35,15 @@ void followTimeout(json_token* changes) {
     if (seconds >= 0) session->idle.change(static_cast<std::uint32_t>(seconds));
 }
 
+void readTimeout() {
+    const std::optional<int> seconds = readInteger(timeoutLeaf);
+    if (seconds) session->idle.change(static_cast<std::uint32_t>(*seconds));
+}
+
 /// A reset tells of no single leaf, but that all of them may be others: the count begins anew with what is stored.
 void followReset(const char* payload) {
     if (!equals(payload, R"({"network":{}})")) return;
-    const std::optional<int> seconds = readInteger(timeoutLeaf);
-    if (!seconds) return;
-    session->idle.change(static_cast<std::uint32_t>(*seconds));
+    readTimeout();
     session->idle.restart();
 }
 
@@ -131,7 +134,8 @@ constexpr BusSubscription subscriptions[] = {
 
 void* eventListenerThread(void* sessionContext) {
     session = static_cast<SessionContext*>(sessionContext);
-    listenToBus(subscriptions);
+    // The idle thread may have read a time-out that was changed before its event could be heard.
+    listenToBus(subscriptions, readTimeout);
     return nullptr;
 }
 

@@ -2,8 +2,9 @@
 
 void IdleClock::start(std::uint32_t seconds) {
     const MutexLock lock(activityMutex_);
-    idleTimeoutSeconds_ = seconds;
-    idleCountdown_ = seconds;
+    std::uint32_t expected = never;
+    idleTimeoutSeconds_.compare_exchange_strong(expected, seconds);
+    idleCountdown_ = idleTimeoutSeconds_;
 }
 
 void IdleClock::change(std::uint32_t seconds) {

@@ -10,7 +10,7 @@
 /// a time-out of 0 wraps and means never.
 class IdleClock {
   public:
-    /// Takes the configured time-out and starts counting from it.
+    /// Takes the configured time-out, unless a newer one is known already, and starts counting from it.
     void start(std::uint32_t seconds);
 
     /// A changed time-out: the running count is left alone, the next restart() takes it.

@@ -10,3 +10,11 @@ TEST(IdleClockTest, TheAlternativeCountRestsAtZero) {
     EXPECT_FALSE(clock.tickAlt());
     EXPECT_TRUE(clock.tickAlt());
 }
+
+TEST(IdleClockTest, ATimeoutThatIsKnownAlreadyIsNewerThanTheOneAtTheStart) {
+    IdleClock clock;
+    clock.change(2);
+    clock.start(100);
+    EXPECT_FALSE(clock.tick());
+    EXPECT_TRUE(clock.tick());
+}

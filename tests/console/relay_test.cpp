@@ -70,6 +70,24 @@ TEST_F(BusLoopDeathTest, AResetBeginsTheIdleCountAnew) {
         testing::ExitedWithCode(0), "^$");
 }
 
+/// Whether a console, once it hears events, keeps the time-out that was stored before.
+bool keepsTimeout(int seconds) {
+    setConfig(R"({"network":{"telnet":{"tcpipTimeout":)" + std::to_string(seconds) + "}}}");
+    static SessionContext session;
+    std::thread([] { eventListenerThread(&session); }).detach();
+    awaitSubscription("UpgradeSlaveVersionQuery");
+    deliver("controlUserConfigChanged", "{}");
+    session.idle.restart();
+    while (--seconds > 0) {
+        if (session.idle.tick()) return false;
+    }
+    return session.idle.tick();
+}
+
+TEST_F(BusLoopDeathTest, ATimeoutThatWasChangedBeforeItsEventCouldBeHeardIsRead) {
+    EXPECT_EXIT(std::exit(keepsTimeout(3) ? 0 : 1), testing::ExitedWithCode(0), "");
+}
+
 TEST_F(BusLoopDeathTest, TheBusRelayWritesBytesUntilItIsStopped) {
     EXPECT_EXIT(
         {
