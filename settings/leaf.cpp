@@ -2,7 +2,6 @@
 
 #include "platform/user_config.h"
 #include "platform/user_status.h"
-#include "text/quoting.h"
 
 namespace {
 
@@ -46,7 +45,7 @@ Document fillInteger(const char* leaf, int value) {
 }
 
 Document fillText(const char* leaf, const char* value) {
-    return fill(leaf, [value](Document& document) { appendJsonEscaped(document, value); });
+    return fill(leaf, [value](Document& document) { document.appendEscaped(value); });
 }
 
 std::optional<int> readBoolean(const char* leaf) {

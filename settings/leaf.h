@@ -3,13 +3,13 @@
 /// filled with the new value, the update document and the payload of the change event.
 #pragma once
 
-#include "text/fixed_text.h"
+#include "text/json_text.h"
 #include "text/owned_text.h"
 
 #include <optional>
 
-/// Room for the longest template with the longest text of any command, escaped.
-using Document = FixedText<512>;
+/// The work text of a query, an update or an event.
+using Document = JsonText<256>;
 
 /// The template with its conversion replaced by the value. A text is escaped, so that it stays inside its own string.
 Document fillBoolean(const char* leaf, bool value);

@@ -13,6 +13,9 @@ namespace {
 
 using MacGroups = Words<6>;
 
+/// Room for a typed MAC address with its NUL.
+constexpr std::size_t macRoom = 64;
+
 /// The key's text; null also for an empty one, which has nothing to show.
 OwnedText readVisibleText(const char* key) {
     OwnedText text = readFactoryText(key);
@@ -41,7 +44,9 @@ bool updateMacStatus(const char* address) {
 }  // namespace
 
 void writeMacAddress(const Command& command) {
-    if (MacGroups(command.argument, "-").count() != 6) return reject(command);
+    if (std::strlen(command.argument) >= macRoom || MacGroups(command.argument, "-").count() != 6) {
+        return reject(command);
+    }
     const OwnedText address = replaceAll(command.argument, "-", ":");
     if (!address || !writeFactoryText(command.leaf, address.get())) return;
     const OwnedText written = readVisibleText(command.leaf);

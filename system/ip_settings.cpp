@@ -3,7 +3,6 @@
 #include "settings/write_path.h"
 #include "system/network_leaves.h"
 #include "system/words.h"
-#include "text/quoting.h"
 #include "text/text.h"
 
 #include <arpa/inet.h>
@@ -38,11 +37,11 @@ bool areStored(const Addresses& words) {
 Document fillAddresses(const Addresses& words) {
     Document document;
     document.append(R"({"network":{"eth0":{"ipSettings":{"ipaddr":")");
-    appendJsonEscaped(document, words[0]);
+    document.appendEscaped(words[0]);
     document.append(R"(","netmask":")");
-    appendJsonEscaped(document, words[1]);
+    document.appendEscaped(words[1]);
     document.append(R"(","gateway":")");
-    appendJsonEscaped(document, words[2]);
+    document.appendEscaped(words[2]);
     document.append(R"("}}}})");
     return document;
 }

@@ -37,7 +37,7 @@ void clearBusy(const Transport& transport) {
 
 /// A request that does not fit is a failed call, never a cut one.
 bool call(const Transport& transport, const RequestText& text, std::size_t room) {
-    if (text.isCut() || text.size() >= room) {
+    if (text.isCut() || text.plainSize() >= room) {
         errno = EMSGSIZE;
         return false;
     }

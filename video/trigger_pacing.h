@@ -6,7 +6,7 @@
 #include "video/trigger_request.h"
 
 struct TriggerPiece {
-    RequestText words;
+    FixedText<1024> words;
     int waits = 0;
     bool isFirst = true;
 };

@@ -1,13 +1,11 @@
 #include "video/trigger_request.h"
 
-#include "text/quoting.h"
-
 namespace {
 
 void appendString(RequestText& text, const char* key, const EndedString& string) {
     text.appendFormat("\"%s\":\"", key);
-    appendJsonEscaped(text, string.content);
-    appendJsonEscaped(text, string.end);
+    text.appendEscaped(string.content);
+    text.appendEscaped(string.end);
     text.append("\",");
 }
 

@@ -1,7 +1,7 @@
 /// What the console hands to a display-control daemon: one control string, or one piece of a paced one.
 #pragma once
 
-#include "text/fixed_text.h"
+#include "text/json_text.h"
 
 /// A string and what follows it.
 struct EndedString {
@@ -21,7 +21,7 @@ struct TriggerRequest {
     bool readsNull = false;
 };
 
-using RequestText = FixedText<1024>;
+using RequestText = JsonText<1024>;
 
 /// The request as JSON. Strings are escaped, so that the daemon gets every byte of them and no field of their making.
 RequestText toJson(const TriggerRequest& request);
