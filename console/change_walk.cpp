@@ -64,7 +64,9 @@ void walkChangedJson(json_token* changes, const char* category, LineTurns& turns
     ChangeTurn turn(turns);
     if (json_object_is_type(changes, json_type_object)) return walkObject(changes, text, turn);
     open(text, category);
-    showLeaf(text, changes, turn);
+    if (!json_object_is_type(changes, json_type_string)) return showLeaf(text, changes, turn);
+    text.append("%s}");  // without the quotes of a text below a key
+    cipProcJson(text.c_str(), {0, json_object_get_string(changes)}, turn);
 }
 
 void cipProcJson(const char* matchText, const ChangedValue& value, ChangeTurn& turn) {

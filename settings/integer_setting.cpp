@@ -20,8 +20,8 @@ void changeInteger(const Command& command, std::optional<int> value, Range range
 void stepInteger(const Command& command, int step, Range range) {
     ChangeLock lock;
     if (!lock) return reject(command);
-    const int wanted = readInteger(command.leaf).value_or(0) + step;
-    const int value = std::clamp(wanted, range.first, range.last);
+    const long long wanted = 0LL + readInteger(command.leaf).value_or(0) + step;
+    const auto value = static_cast<int>(std::clamp<long long>(wanted, range.first, range.last));
     const bool isShown = value != wanted || writeInteger(command, value);
     lock.release();
     if (isShown) printSetting(command.rowName, value);
@@ -30,6 +30,7 @@ void stepInteger(const Command& command, int step, Range range) {
 }  // namespace
 
 void setInteger(const Command& command, Range range, Gate gate) {
+    if (isEmpty(command.argument)) return reject(command);
     if (equals(command.argument, "sta")) return reportInteger(command);
     if (gate != nullptr && !gate()) return reject(command);
     changeInteger(command, parseDecimal(command.argument), range);

@@ -10,7 +10,6 @@
 namespace {
 
 using SerialValues = std::array<int, serialFieldCount>;
-using FieldText = FixedText<16>;
 
 constexpr std::array<const char*, serialFieldCount> fieldNames = {"baudrate", "databit", "parity", "stopbit"};
 constexpr std::array baudRates = {2400, 4800, 9600, 19200, 38400, 57600, 115200};
@@ -18,19 +17,15 @@ constexpr int unsupportedParity = 255;
 constexpr std::array parityCodes = {0, 1, 2};
 constexpr useconds_t settlingTime = 200'000;
 
-std::optional<int> readField(const SerialPort& port, SerialField field) {
+int readField(const SerialPort& port, SerialField field) {
     Document leaf;
     leaf.appendFormat("{\"system\":{\"uart\":{\"%s\":{\"%s\":%%d}}}}", port.interface, fieldNames[field]);
-    return readInteger(leaf.c_str());
+    return readInteger(leaf.c_str()).value_or(0);
 }
 
-std::optional<SerialValues> readPort(const SerialPort& port) {
+SerialValues readPort(const SerialPort& port) {
     SerialValues values{};
-    for (const SerialField field : {baudrate, databit, parity, stopbit}) {
-        const std::optional<int> value = readField(port, field);
-        if (!value) return std::nullopt;
-        values[field] = *value;
-    }
+    for (const SerialField field : {baudrate, databit, parity, stopbit}) values[field] = readField(port, field);
     return values;
 }
 
@@ -75,24 +70,26 @@ bool parseStopBits(const char* text, int& value) {
     return (value == 1 || value == 2) && text[1] == '\0';
 }
 
-/// Takes the field that ends at the next `end` and moves `rest` behind it. A field that has no end, or is longer than
-/// any accepted value, comes out empty, which no parser takes.
-FieldText takeField(const char*& rest, char end) {
-    FieldText field;
-    const char* stop = std::strchr(rest, end);
-    if (stop == nullptr) return field;
-    field.append(rest, static_cast<std::size_t>(stop - rest));
+/// Cuts the field off at the next `end` and moves `rest` behind it. A field that has no end comes out empty, which no
+/// parser takes.
+const char* takeField(char*& rest, char end) {
+    char* stop = std::strchr(rest, end);
+    if (stop == nullptr) return "";
+    const char* field = rest;
+    *stop = '\0';
     rest = stop + 1;
-    return field.isCut() ? FieldText() : field;
+    return field;
 }
 
-std::optional<SerialValues> parsePort(const char* text) {
+std::optional<SerialValues> parsePort(const char* argument) {
+    const OwnedText copy(*argument == '[' ? strdup(argument + 1) : nullptr);
+    if (!copy) return std::nullopt;
+    char* rest = copy.get();
     SerialValues values{};
-    if (*text++ != '[') return std::nullopt;
-    const bool parsed = parseBaudRate(takeField(text, ',').c_str(), values[baudrate]) &&
-                        parseDataBits(takeField(text, ',').c_str(), values[databit]) &&
-                        parseParity(takeField(text, ',').c_str(), values[parity]) &&
-                        parseStopBits(takeField(text, ']').c_str(), values[stopbit]) && isEmpty(text);
+    const bool parsed = parseBaudRate(takeField(rest, ','), values[baudrate]) &&
+                        parseDataBits(takeField(rest, ','), values[databit]) &&
+                        parseParity(takeField(rest, ','), values[parity]) &&
+                        parseStopBits(takeField(rest, ']'), values[stopbit]) && isEmpty(rest);
     if (!parsed) return std::nullopt;
     return values;
 }
@@ -100,10 +97,8 @@ std::optional<SerialValues> parsePort(const char* text) {
 }  // namespace
 
 void printSerialPort(const char* rowName, const SerialPort& port) {
-    const std::optional<SerialValues> values = readPort(port);
-    if (!values) return;
-    std::printf("%s[%d,%d,%d,%d]\r\n", rowName, (*values)[baudrate], (*values)[databit], (*values)[parity],
-                (*values)[stopbit]);
+    const SerialValues values = readPort(port);
+    std::printf("%s[%d,%d,%d,%d]\r\n", rowName, values[baudrate], values[databit], values[parity], values[stopbit]);
 }
 
 void setSerialPort(const Command& command, const SerialPort& port) {

@@ -6,7 +6,7 @@ namespace {
 
 void reportSwitch(const Command& command, const SwitchRules& rules) {
     const std::optional<int> stored = readBoolean(command.leaf);
-    if (stored) printSetting(command.rowName, onOff((*stored != 0) != rules.inverted));
+    if (stored == 0 || stored == 1) printSetting(command.rowName, onOff((*stored == 1) != rules.inverted));
 }
 
 void changeSwitch(Command command, bool on, const SwitchRules& rules) {

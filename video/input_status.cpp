@@ -17,7 +17,11 @@ bool isConnected(const VideoInput& input) { return readConnected(input) == 1; }
 
 }  // namespace
 
-void printBothInputs() { std::printf("InputStatus %d%d\r\n", isConnected(hdbtInput), isConnected(hdmiInput)); }
+void printBothInputs() {
+    const bool hdbt = isConnected(hdbtInput);
+    const bool hdmi = isConnected(hdmiInput);
+    std::printf("InputStatus %d%d\r\n", hdbt, hdmi);
+}
 
 void reportBothInputs(const Command& /*command*/) { printBothInputs(); }
 

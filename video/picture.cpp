@@ -5,6 +5,19 @@
 
 #include <cstdio>
 
+namespace {
+
+/// Prints indexes and names in one piece, into which nothing else comes.
+void printList(std::span<const char* const> names, const char* title, const char* format) {
+    FixedText<1024> list;
+    list.append(title);
+    int index = 0;
+    for (const char* name : names) list.appendFormat(format, index++, name);
+    std::fputs(list.c_str(), stdout);
+}
+
+}  // namespace
+
 void resetPicture(const Command& command) {
     if (!isEmpty(command.argument)) return reject(command);
     if (!readScalerModeStatus()) return printLine("Command FAILED");  // without the line, unlike all others
@@ -28,12 +41,7 @@ void copyOutputEdid(const Command& command) {
 
 void listPreferredTimings(const Command& command) {
     if (!isEmpty(command.argument)) return reject(command);
-    int index = 0;
-    for (const char* name : preferredTimings) std::printf("%02d    %s\r\n", index++, name);
+    printList(preferredTimings, "", "%02d    %s\r\n");
 }
 
-void printOutputResolutions() {
-    printLine("index \t format");
-    int index = 0;
-    for (const char* name : outputResolutions) std::printf("\t%02d\t%s\r\n", index++, name);
-}
+void printOutputResolutions() { printList(outputResolutions, "index \t format\r\n", "\t%02d\t%s\r\n"); }
