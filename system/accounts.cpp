@@ -19,6 +19,9 @@ namespace {
 
 constexpr int accountLimit = 4;
 
+/// Room for a typed line with its NUL.
+constexpr std::size_t lineRoom = 200;
+
 /// How long the system service may take for an SSH user, in milliseconds.
 constexpr int sshReplyLimit = 9000;
 
@@ -41,15 +44,17 @@ bool isAlphanumeric(const char* text) {
     return std::all_of(text, text + std::strlen(text), [](unsigned char c) { return std::isalnum(c) != 0; });
 }
 
-FixedText<64> userPath(int position) {
-    FixedText<64> path;
+using Path = FixedText<64>;
+
+Path userPath(int position) {
+    Path path;
     path.appendFormat("account.users[%d]", position);
     return path;
 }
 
-FixedText<64> memberPath(int position, const char* member) {
-    FixedText<64> path = userPath(position);
-    path.appendFormat(".%s", member);
+Path memberPath(Path path, const char* member) {
+    if (path.size() > 0) path.append('.');
+    path.append(member);
     return path;
 }
 
@@ -61,7 +66,7 @@ int countUsers(json_token* accounts) {
 
 User userAt(json_token* accounts, int position) {
     const auto member = [&](const char* name) {
-        return json_token_object_walk_get_string(accounts, memberPath(position, name).c_str(), nullptr);
+        return json_token_object_walk_get_string(accounts, memberPath(userPath(position), name).c_str(), nullptr);
     };
     return {member("username"), member("password")};
 }
@@ -70,9 +75,10 @@ void reportSetFailure(int result) {
     if (result != 0) std::printf("set_object: users[1] failed!");
 }
 
-void putUser(json_token* accounts, int position, const User& user, const char* level) {
+/// `path`: where the account stands below `root`; empty for `root` itself.
+void putUser(json_token* root, const Path& path, const User& user, const char* level) {
     const auto setMember = [&](const char* name, const char* value) {
-        reportSetFailure(json_token_object_walk_set_string(accounts, memberPath(position, name).c_str(), value));
+        reportSetFailure(json_token_object_walk_set_string(root, memberPath(path, name).c_str(), value));
     };
     setMember("username", user.name);
     setMember("password", user.password);
@@ -159,7 +165,7 @@ bool copyOthers(json_token* from, json_token* to, const char* name) {
         const User user = userAt(from, position);
         if (user.name == nullptr || user.password == nullptr) break;
         if (isSameName(user.name, name)) continue;
-        putUser(to, copied, user, copied == 0 ? "Administrator" : "Guest");
+        putUser(to, userPath(copied), user, copied == 0 ? "Administrator" : "Guest");
         ++copied;
     }
     return copied < position;
@@ -179,7 +185,10 @@ Change addAccount(const char* typed, SshOrder& order) {
     const Words<2> words(typed, " ");
     if (position >= accountLimit || words.count() != 2 || !isAlphanumeric(words[1])) return Change::refused;
     if (isTaken(accounts.get(), words[0])) return Change::refused;
-    putUser(accounts.get(), position, {words[0], words[1]}, "Guest");
+    json_token* entry = json_token_new_object();
+    putUser(entry, {}, {words[0], words[1]}, "Guest");
+    json_token* users = json_token_object_walk_get_array(accounts.get(), "account.users");
+    reportSetFailure(json_token_array_put(users, position, entry));
     user_config_update(json_token_to_string(accounts.get()));
     order = orderSshUser(json_token_object_walk_get_object(accounts.get(), userPath(position).c_str()));
     return Change::made;
@@ -211,6 +220,7 @@ Change deleteAccount(const char* name, int& callError) {
 void addUser(const Command& command) {
     if (isEmpty(command.argument)) return reject(command);
     if (equals(command.argument, "sta")) return listUsers();
+    if (std::strlen(command.line) >= lineRoom) return reject(command);
     SshOrder order;
     const Change change = addAccount(command.argument, order);
     if (change == Change::refused) reject(command);
@@ -221,6 +231,7 @@ void addUser(const Command& command) {
 
 void deleteUser(const Command& command) {
     if (isEmpty(command.argument)) return reject(command);
+    if (std::strlen(command.line) >= lineRoom) return reject(command);
     int callError = 0;
     const Change change = deleteAccount(command.argument, callError);
     if (change == Change::refused) reject(command);
