@@ -67,6 +67,8 @@ class Console:
         """Takes in what is there; a connection that was reset is one that was closed."""
         try:
             data = os.read(self.fileno(), 1 << 20)
+        except BlockingIOError:
+            return
         except OSError:
             data = b""
         self.closed = not data

@@ -3,7 +3,6 @@
 
 #include <atomic>
 #include <cerrno>
-#include <chrono>
 #include <cstring>
 #include <list>
 #include <memory>
@@ -11,25 +10,18 @@
 
 namespace {
 
-using namespace std::chrono_literals;
-using Clock = std::chrono::steady_clock;
-
 std::string everyByte() {
     std::string bytes;
     for (int byte = 1; byte < 256; ++byte) bytes += static_cast<char>(byte);
     return bytes;
 }
 
-/// Runs `act`, which must fail, in at most `limit`; returns its errno.
+/// Runs `act`, which must fail; the name of its errno.
 template <typename Act>
-int errorWithin(std::chrono::milliseconds limit, Act act) {
-    const auto start = Clock::now();
+std::string errorOf(Act act) {
     errno = 0;
-    const int result = act();
-    const int error = errno;
-    EXPECT_NE(result, 0);
-    EXPECT_LT(Clock::now() - start, limit);
-    return error;
+    EXPECT_NE(act(), 0);
+    return strerrorname_np(errno);
 }
 
 /// Serves "echo" (answers with its text), "silent" (keeps the requests) and "release" (answers all those kept) under a
@@ -115,14 +107,14 @@ TEST_F(BusTest, RepliesArriveWhole) {
 }
 
 TEST_F(BusTest, CallsNobodyAnswersFail) {
-    EXPECT_NE(errorWithin(1s, [] { return lpc_proxy_call("nobody", "echo", "x"); }), 0);
+    EXPECT_EQ(errorOf([] { return lpc_proxy_call("nobody", "echo", "x"); }), "ENXIO");
 
     TestService service("someService");
-    EXPECT_NE(errorWithin(1s, [] { return lpc_proxy_call("someService", "unknown", "x"); }), 0);
-    EXPECT_EQ(errorWithin(6s, [] { return lpc_proxy_call("someService", "silent", "x"); }), ETIMEDOUT);
+    EXPECT_EQ(errorOf([] { return lpc_proxy_call("someService", "unknown", "x"); }), "EBADR");
+    EXPECT_EQ(errorOf([] { return lpc_proxy_call("someService", "silent", "x"); }), "ETIMEDOUT");
 
     const Completion silent = begin("someService", "silent", "x");
-    EXPECT_EQ(errorWithin(1s, [&] { return lpc_completion_wait(silent.get(), 20); }), ETIMEDOUT);
+    EXPECT_EQ(errorOf([&] { return lpc_completion_wait(silent.get(), 20); }), "ETIMEDOUT");
     EXPECT_EQ(lpc_completion_data(silent.get()), nullptr);
     EXPECT_EQ(ask("someService", "release", ""), "");
     EXPECT_EQ(ask("someService", "echo", "mine"), "mine") << "the late reply must not be taken for this one";
@@ -138,17 +130,17 @@ TEST_F(BusTest, CallsNobodyAnswersFail) {
 TEST_F(BusTest, AFrozenBusDelaysNobodyForLong) {
     ASSERT_EQ(eventbus_publish("someChanged", "opens the connection"), 0);
     freezeBus();
-    EXPECT_EQ(errorWithin(6s, [] { return lpc_proxy_call("nobody", "echo", "x"); }), ETIMEDOUT);
+    EXPECT_EQ(errorOf([] { return lpc_proxy_call("nobody", "echo", "x"); }), "ETIMEDOUT");
     const auto fillSocket = [large = std::string(400'000, 'x')] {
         int result = 0;
         for (int i = 0; i < 1000 && result == 0; ++i) result = eventbus_publish("largeChanged", large.c_str());
         return result;
     };
-    EXPECT_EQ(errorWithin(6s, fillSocket), ETIMEDOUT);
+    EXPECT_EQ(errorOf(fillSocket), "ETIMEDOUT");
     const auto isRefused = [] { return lpc_service_create("frozen", 0, "m", nullptr, nullptr) == nullptr ? -1 : 0; };
     std::thread([&] {
-        EXPECT_EQ(errorWithin(6s, [] { return eventbus_publish("someChanged", "x"); }), ETIMEDOUT);
-        EXPECT_EQ(errorWithin(6s, isRefused), ETIMEDOUT);
+        EXPECT_EQ(errorOf([] { return eventbus_publish("someChanged", "x"); }), "ETIMEDOUT");
+        EXPECT_EQ(errorOf(isRefused), "ETIMEDOUT");
     }).join();
     thawBus();
     Listener listener("someChanged");

@@ -78,8 +78,9 @@ class StartAndEnd(unittest.TestCase):
                 first.ask(b"Type\r", b"\r\n"), second.ask(b"Type\r", b"\r\n")
                 self.assertEqual(len(processes_of(device.root)), 12)
                 self.assertEqual(device.stop(number), status)
-                limit = 10 if number == signal.SIGKILL else 0.1
-                wait_until(lambda: not processes_of(device.root), "the end of all its processes", limit)
+                if number == signal.SIGKILL:
+                    wait_until(lambda: not processes_of(device.root), "the end of all its processes")
+                self.assertEqual(processes_of(device.root), [])
 
     def test_settings_outlive_a_run_and_the_port_can_be_found_in_them(self):
         with Device("--port", "0") as device:
