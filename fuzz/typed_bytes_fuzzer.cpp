@@ -76,9 +76,6 @@ void checkUpdates(const fuzz::Leaves& stored) {
 
 }  // namespace
 
-/// The pause of the serial commands and of a reboot.
-extern "C" int __wrap_usleep(useconds_t /*microseconds*/) { return 0; }
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static fuzz::ConsoleOutputs console;
     const fuzz::Device device;

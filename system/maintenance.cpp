@@ -7,8 +7,7 @@
 #include "text/text.h"
 
 #include <cstdio>
-
-constinit Wait rebootWait = usleep;
+#include <unistd.h>
 
 namespace {
 
@@ -40,7 +39,7 @@ void rebootDevice(const Command& command) {
         reject(command);
     }
     // Any Reboot line restarts the device, a refused one as well.
-    rebootWait(rebootDelay);
+    usleep(rebootDelay);
     lsystem("reboot");
 }
 

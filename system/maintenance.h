@@ -3,18 +3,12 @@
 
 #include "command/command.h"
 
-#include <unistd.h>
-
 /// Mreset: back to the default settings. The consoles print the reset when the upgrade service reports it.
 void resetToDefaults(const Command& command);
 
 /// Reboot, announced to the upgrade service; with an argument it is refused in words and carried out all the same,
 /// unannounced.
 void rebootDevice(const Command& command);
-
-/// How rebootDevice() waits: usleep() unless somebody cannot wait that long.
-using Wait = int (*)(useconds_t microseconds);
-extern constinit Wait rebootWait;  // NOLINT(bugprone-dynamic-static-initializers): constinit says it is not
 
 /// Update: starts a firmware update unless one is running.
 void updateFirmware(const Command& command);

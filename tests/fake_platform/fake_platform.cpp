@@ -114,7 +114,7 @@ struct Device {
     std::map<std::string, std::string> factoryData;
     std::map<std::pair<std::string, std::string>, std::string> replies;
     std::map<std::string, Failure> failures;
-    Lines published, calls, shellLines, logLines, updates;
+    Lines published, calls, shellLines, logLines, waits, updates;
     int shellStatus = 0;
     std::list<eventbus> buses;
     std::list<lpc_service> services;
@@ -316,7 +316,8 @@ void reset() {
     all.factoryData.clear();
     all.replies.clear();
     all.failures.clear();
-    for (Lines* lines : {&all.published, &all.calls, &all.shellLines, &all.logLines, &all.updates}) lines->clear();
+    for (Lines* lines : {&all.published, &all.calls, &all.shellLines, &all.logLines, &all.waits, &all.updates})
+        lines->clear();
     all.shellStatus = 0;
     for (eventbus& bus : all.buses) bus.waiting.clear();
     all.forgottenServices.splice(all.forgottenServices.end(), all.services);
@@ -361,6 +362,7 @@ Lines published() { return copyOfLines(device().published); }
 Lines calls() { return copyOfLines(device().calls); }
 Lines shellLines() { return copyOfLines(device().shellLines); }
 Lines logLines() { return copyOfLines(device().logLines); }
+Lines waits() { return copyOfLines(device().waits); }
 Lines updates() { return copyOfLines(device().updates); }
 
 bool deliver(const std::string& event, const std::string& payload) {
@@ -474,6 +476,15 @@ void __printLog(int level, const char* format, ...) {
 int lsystem(const char* command) { return runShellLine(__func__, command); }
 
 int __wrap_system(const char* command) { return runShellLine("system", command); }
+
+int __real_usleep(useconds_t microseconds);
+
+int __wrap_usleep(useconds_t microseconds) {
+    if (microseconds < 100'000) return __real_usleep(microseconds);
+    const Lock locked = lock();
+    device().waits.push_back(std::to_string(microseconds));
+    return 0;
+}
 
 eventbus* eventbus_open(void) {
     const Lock locked = lock();

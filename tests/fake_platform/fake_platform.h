@@ -49,6 +49,7 @@ Lines published();   ///< "EVENT PAYLOAD" for each eventbus_publish()
 Lines calls();       ///< "SERVICE METHOD TEXT" for each LPC call
 Lines shellLines();  ///< what went to lsystem() or system()
 Lines logLines();    ///< "LEVEL TEXT"
+Lines waits();       ///< microseconds of each usleep() of a tenth of a second or more, which nobody waits for
 Lines updates();     ///< each document that a store took
 
 /// Sends an event to all that subscribed to it and returns when their callbacks have run: on the thread that serves the

@@ -55,6 +55,15 @@ TEST(SettingsTest, AWorkTextHoldsWhatIsTypedAndItsEscapesBesides) {
     EXPECT_EQ(updates().size(), 1U);
 }
 
+TEST(SettingsTest, ASerialPortSettlesBeforeItIsWritten) {
+    reset();
+    fail("user_config_update");
+    captureErrors([] { EXPECT_EQ(typed("CSpara [9600,8,0,1]"), "CSpara [9600,8,0,1]\r\n"); });
+    EXPECT_EQ(waits(), Lines{"200000"});
+    EXPECT_EQ(typed("CSpara [9600,8,0,3]"), refused("CSpara [9600,8,0,3]"));
+    EXPECT_EQ(waits().size(), 1U);
+}
+
 TEST(SettingsTest, AListIsOneWrite) {
     reset();
     setConfig(R"({"video":{"vidProcess":{"scaler":{"scalerMode":true}}}})");

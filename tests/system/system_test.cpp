@@ -53,14 +53,9 @@ TEST_F(SystemTest, ReportsTheAddressesThatFitProtocolAndLinks) {
 }
 
 TEST_F(SystemTest, RebootsWhetherAskedForOrRefused) {
-    static useconds_t waited;
-    rebootWait = [](useconds_t time) {
-        EXPECT_TRUE(shellLines().empty());
-        return static_cast<int>(waited = time);
-    };
     EXPECT_EQ(typed("Reboot"), "Reboot\r\n");
     EXPECT_EQ(published(), Lines{"UpgradeSlaveVersionQuery Sys Reboot\r"});
-    EXPECT_EQ(waited, 3'000'000U);
+    EXPECT_EQ(waits(), Lines{"3000000"});
     EXPECT_EQ(shellLines(), Lines{"reboot"});
     reset();
     EXPECT_EQ(typed("Reboot now"), "Command FAILED: (Reboot now)\r\n");
@@ -78,6 +73,28 @@ TEST_F(SystemTest, GivesItsOrdersToTheServices) {
                               "intermcud trigerUsb VALENS_UART_UPDATE", "intermcud trigerUsb On",
                               "intermcud debugMCU On", "kxcmdd receiveFromUartString KX_Display Off"}));
     EXPECT_EQ(published(), Lines{"UpgradeSlaveVersionQuery Sys Default\r"});
+}
+
+TEST_F(SystemTest, EachReportHasItsOwnSource) {
+    setFactoryData("FirmwareVer", "F1");
+    setFactoryData("AppImgVer", "F2");
+    setFactoryData("MacAddr", "F3");
+    setConfig(R"({"system":{"model":"C1","firmwareVersionTR3421Rx":"C2"},"network":{"netbios":{"hostname":"C7"},
+        "eth0":{"bootProto":"C3","ipSettings":{"ipaddr":"C4","netmask":"C5","gateway":"C6"}},
+        "telnet":{"telnetPort":61},"ssh":{"sshPort":62}}})");
+    setStatus(R"({"device":{"modelName":"S1","deviceVersion":{"others":{"mcu4":{"version":"S2"}}}},
+        "network":{"eth0":{"macAddr":"S3","ipSettings":{"ipaddr":"S4","netmask":"S5","gateway":"S6"}}}})");
+    EXPECT_EQ(typed("Version") + typed("VersionMCU") + typed("VersionTRRX"), "F1\r\nF1\r\nC2\r\n");
+    EXPECT_EQ(typed("Version977") + typed("Version1830") + typed("Type"), "F2\r\nS2\r\nS1\r\n");
+    EXPECT_EQ(typed("System sta"),
+              "Model: C1\r\nMAC Addr: F3\r\nAddress Type: C3\r\nIP Addr: S4\r\nNetmask: S5\r\nGateway: S6\r\n"
+              "HTTP Port: 80\r\nTelnet Port: 61\r\nSSH Port: 62\r\nFirmware: F1\r\nHostname: C7\r\n");
+    EXPECT_EQ(typed("System dev"),
+              "Model: C1%;MAC Addr: F3%;Address Type: C3%;IP Addr: S4%;Netmask: S5%;Gateway: S6%;"
+              "HTTP Port: 80%;Telnet Port: 61%;Firmware: F1%;%;\r\n");
+    for (const std::string line : {"System", "System DEV", "Version MCU", "VersionX", "Type x"}) {
+        EXPECT_EQ(typed(line), "Command FAILED: (" + line + ")\r\n");
+    }
 }
 
 TEST_F(SystemTest, TellsHowLongItHasBeenUp) {

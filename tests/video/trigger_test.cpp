@@ -1,5 +1,6 @@
 #include "video/trigger.h"
 
+#include "console/dispatcher.h"
 #include "tests/capture.h"
 #include "tests/fake_platform/fake_platform.h"
 #include "video/end_word_report.h"
@@ -64,6 +65,56 @@ TEST_F(Triggers, EveryEndWordEndsAStringInItsWay) {
                                                      flags + R"(,"readNull":)" + (isNull ? "1" : "0")),
                          "displayControl " + request(std::string("41") + raw, "", flags + R"(,"readNull":0)")}));
     }
+}
+
+/// The calls that a typed line makes.
+Lines callsOf(const std::string& line) {
+    const std::size_t before = calls().size();
+    capture([&line] { dispatchCommand(line.c_str()); });
+    const Lines all = calls();
+    return {all.begin() + static_cast<std::ptrdiff_t>(before), all.end()};
+}
+
+TEST_F(Triggers, EachActionSendsItsOwnStringsOverItsOwnTransport) {
+    setConfig(commands(R"({"content":{"on":"A1","off":"A2","mute":"A3","volumePlus":"A4","volumeMinus":"A5",
+                                      "feedbackOn":"B1","feedbackOff":"B2","feedbackMute":"B3"},
+                           "end":{"on":"STX","off":"ETX","mute":"LF","volumePlus":"CR","volumeMinus":"Space",
+                                  "feedbackOn":"CR-LF","feedbackOff":"None","feedbackMute":"CR"}})"));
+    const struct {
+        std::string row, type, service, busy, other;
+    } ways[] = {{"TrigRS1", "rs-232", "displayControl ", "rs232", "telnet"},
+                {"TrigIP1", "ip", "displayControlTelnetClient ", "telnet", "rs232"}};
+    for (const auto& [row, type, service, busy, other] : ways) {
+        setConfig(output(R"({"controlType":")" + type + "\"}"));
+        setStatus(output(R"({"transmission":{")" + busy + R"(":false,")" + other + R"(":true}})"));
+        EXPECT_EQ(callsOf(row + " on"), Lines{service + request("A1 02", "B1 0D 0A")});
+        EXPECT_EQ(callsOf(row + " off"), Lines{service + request("A2 03", "B2")});
+        EXPECT_EQ(callsOf("DispBtn mute"), Lines{service + request("A3 0A", "B3 0D")});
+        EXPECT_EQ(callsOf("DispBtn vol+"), Lines{service + request("A4\\u000d", "")});
+        EXPECT_EQ(callsOf("DispBtn vol-"), Lines{service + request("A5 ", "")});
+        setStatus(output(R"({"transmission":{")" + busy + R"(":true,")" + other + R"(":false}})"));
+        for (const std::string& line : {row + " on", row + " off", std::string("DispBtn vol+")}) {
+            EXPECT_EQ(callsOf(line), Lines{}) << line << " while the transport is busy";
+        }
+    }
+    setConfig(output(R"({"controlType":"cec"})"));
+    for (const std::string word : {"mute", "vol+", "vol-"}) {
+        EXPECT_EQ(callsOf("DispBtn " + word), Lines{"intermcud TrigCEC " + word});
+    }
+}
+
+TEST_F(Triggers, EachFieldOfARequestHasItsOwnSource) {
+    setConfig(commands(R"({"repeat":true,"repeatTimes":7,"commandWait":true,
+                           "content":{"on":"2c 2c 41 2c 42 43","feedbackOn":"4F"},
+                           "end":{"on":"None","feedbackOn":"Null"}})"));
+    sendTrigger(rs232, powerOn);
+    const std::string rest = R"(","fbData":"4F 00","fbEndNone":1,"leadingFlag":)";
+    EXPECT_EQ(calls(), (Lines{R"(displayControl SetCmdOn {"displayControl":{"fiveSecDelay":2 ,"fbVerify":1 ,)"
+                              R"("sendcount":7 ,"sendData":"41)" +
+                                  rest + R"(1,"writeNull":0,"readNull":1}})",
+                              R"(displayControl SetCmdOn {"displayControl":{"fiveSecDelay":1 ,"fbVerify":1 ,)"
+                              R"("sendcount":1 ,"sendData":"42 43)" +
+                                  rest + R"(0,"writeNull":0,"readNull":1}})"}));
 }
 
 TEST_F(Triggers, AFailedCallFreesTheTransportAndEndsThePieces) {
