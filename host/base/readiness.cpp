@@ -14,9 +14,7 @@ void announceReady(std::string_view text) {
     int fd = -1;
     std::from_chars(descriptor, descriptor + std::strlen(descriptor), fd);
     const std::string line = std::string(text) + "\n";
-    if (write(fd, line.data(), line.size()) < 0) {
-        // The starter is gone; it will be noticed where the process is supervised.
-    }
+    if (write(fd, line.data(), line.size()) < 0) std::exit(1);
     close(fd);
     unsetenv(readyDescriptorVariable);
 }

@@ -1,16 +1,15 @@
 #include "host/launcher/console_process.h"
 
 #include "host/base/device_root.h"
+#include "host/base/program_start.h"
 #include "host/launcher/console_port.h"
 #include "host/launcher/neighbour_table.h"
-#include "host/loop/exec_words.h"
 
 #include <array>
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
 #include <signal.h>
-#include <spawn.h>
 #include <sys/ioctl.h>
 #include <sys/resource.h>
 #include <termios.h>
@@ -52,45 +51,13 @@ std::vector<std::string> environmentOf(const ConsoleIdentity& identity) {
 }
 
 /// A new session that opens `terminalName` first, and so gets it as its controlling terminal.
-class SpawnPlan {
-  public:
-    explicit SpawnPlan(const char* terminalName) {
-        posix_spawn_file_actions_init(&actions_);
-        posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, terminalName, O_RDWR, 0);
-        posix_spawn_file_actions_adddup2(&actions_, STDIN_FILENO, STDOUT_FILENO);
-        posix_spawn_file_actions_adddup2(&actions_, STDIN_FILENO, STDERR_FILENO);
-        sigset_t none, all;
-        sigemptyset(&none);
-        sigfillset(&all);
-        posix_spawnattr_init(&attributes_);
-        posix_spawnattr_setsigmask(&attributes_, &none);
-        posix_spawnattr_setsigdefault(&attributes_, &all);
-        posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSID | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
-    }
-    SpawnPlan(const SpawnPlan&) = delete;
-    SpawnPlan& operator=(const SpawnPlan&) = delete;
-    ~SpawnPlan() {
-        posix_spawnattr_destroy(&attributes_);
-        posix_spawn_file_actions_destroy(&actions_);
-    }
-
-    /// The new process, or -1 with errno set.
-    pid_t run(const std::string& program, char* const* arguments, char* const* environment) const {
-        pid_t pid = -1;
-        errno = posix_spawn(&pid, program.c_str(), &actions_, &attributes_, arguments, environment);
-        return errno == 0 ? pid : -1;
-    }
-
-  private:
-    posix_spawn_file_actions_t actions_;
-    posix_spawnattr_t attributes_;
-};
-
-pid_t spawn(const char* terminalName, const ConsoleIdentity& identity) {
-    std::vector<std::string> arguments = {identity.programName};
-    std::vector<std::string> environment = environmentOf(identity);
-    return SpawnPlan(terminalName)
-        .run(deviceRoot() + identity.programName, execWords(arguments).data(), execWords(environment).data());
+pid_t startConsole(const char* terminalName, const ConsoleIdentity& identity) {
+    ProgramStart start;
+    start.beginSession();
+    start.open(STDIN_FILENO, terminalName, O_RDWR);
+    start.give(STDIN_FILENO, STDOUT_FILENO);
+    start.give(STDIN_FILENO, STDERR_FILENO);
+    return start.run(deviceRoot() + identity.programName, {identity.programName}, environmentOf(identity));
 }
 
 /// The launcher itself is allowed many more.
@@ -105,7 +72,7 @@ std::optional<ConsoleProcess> ConsoleProcess::start(const ConsoleIdentity& ident
     UniqueFd terminal = openTerminal();
     std::array<char, 64> name;
     if (!terminal || ptsname_r(terminal.get(), name.data(), name.size()) != 0) return std::nullopt;
-    const pid_t pid = spawn(name.data(), identity);
+    const pid_t pid = startConsole(name.data(), identity);
     if (pid < 0) return std::nullopt;
     limitDescriptors(pid);
     return ConsoleProcess(std::move(terminal), pid);

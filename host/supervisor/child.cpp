@@ -1,15 +1,13 @@
 #include "host/supervisor/child.h"
 
+#include "host/base/program_start.h"
 #include "host/base/readiness.h"
-#include "host/loop/exec_words.h"
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
-#include <string_view>
-#include <sys/prctl.h>
 #include <unistd.h>
 
 namespace host {
@@ -24,39 +22,18 @@ constexpr std::chrono::milliseconds longestDelay = 5s;
 /// A program that has run for that long has ended for a new reason.
 constexpr auto steadyTime = 10s;
 
-constexpr int failedStart = 127;
-
-std::vector<std::string> environmentWith(int ready) {
-    const std::string prefix = std::string(readyDescriptorVariable) + "=";
-    std::vector<std::string> environment = {prefix + std::to_string(ready)};
-    for (char** variable = environ; *variable != nullptr; ++variable)
-        if (!std::string_view(*variable).starts_with(prefix)) environment.emplace_back(*variable);
-    return environment;
-}
-
-/// In the new process, where nothing but system calls is safe. A process group of its own keeps Ctrl-C at a terminal
-/// for the supervisor alone, and the kernel ends the child when the supervisor is killed.
-void becomeChild(pid_t supervisor, int output, int ready) {
-    setpgid(0, 0);
-    prctl(PR_SET_PDEATHSIG, SIGKILL);
-    if (getppid() != supervisor) _exit(failedStart);
-    signal(SIGPIPE, SIG_DFL);
-    const int nothing = open("/dev/null", O_RDONLY | O_CLOEXEC);
-    dup2(nothing, STDIN_FILENO);
-    dup2(output, STDOUT_FILENO);
-    dup2(output, STDERR_FILENO);
-    fcntl(ready, F_SETFD, 0);
-}
-
-pid_t startProgram(std::vector<std::string> command, int output, int ready) {
-    std::vector<std::string> environment = environmentWith(ready);
-    const std::vector<char*> arguments = execWords(command), variables = execWords(environment);
-    const pid_t supervisor = getpid();
-    const pid_t pid = fork();
-    if (pid != 0) return pid;
-    becomeChild(supervisor, output, ready);
-    execve(arguments[0], arguments.data(), variables.data());
-    _exit(failedStart);
+/// A descriptor that it is told on is the same in every child, so that one environment serves all. The kernel ends the
+/// child when the supervisor is killed, and if that comes too early, the child ends because nobody waits for it.
+pid_t startProgram(Child::Command command, int output, int ready) {
+    command.insert(command.begin(), {"/usr/bin/setpriv", "--pdeathsig", "KILL"});
+    ProgramStart start;
+    start.beginGroup();
+    start.open(STDIN_FILENO, "/dev/null", O_RDONLY);
+    start.give(output, STDOUT_FILENO);
+    start.give(output, STDERR_FILENO);
+    start.give(ready, readyDescriptor);
+    const std::string path = command.front();
+    return start.run(path, std::move(command));
 }
 
 }  // namespace
@@ -70,7 +47,7 @@ bool Child::start() {
     if (pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0) return false;
     readiness_.reset(ends[0]);
     const UniqueFd ready(ends[1]);
-    const pid_t pid = startProgram(plan_.command(ready.get()), plan_.output, ready.get());
+    const pid_t pid = startProgram(plan_.command(), plan_.output, ready.get());
     if (pid < 0) return false;
     pid_ = pid;
     started_ = steady_clock::now();

@@ -24,8 +24,8 @@ class Child {
         /// Where its standard output and error go: a descriptor of this process.
         int output = STDERR_FILENO;
         /// The program's path and arguments, asked for at each start. The program says that it is ready, in one line,
-        /// on the descriptor `ready`, which READY_FD names in its environment.
-        std::function<Command(int ready)> command;
+        /// on readyDescriptor.
+        std::function<Command()> command;
         std::function<void(const std::string& line)> onReady;
         /// Called when the time of startLater() is over.
         std::function<void(Child& child)> onDue = {};

@@ -1,8 +1,9 @@
 /// Runs a whole device in the foreground.
 #include "host/base/device_root.h"
 #include "host/base/factory_store.h"
+#include "host/base/program_start.h"
+#include "host/base/readiness.h"
 #include "host/loop/event_loop.h"
-#include "host/loop/exec_words.h"
 #include "host/supervisor/options.h"
 #include "host/supervisor/orphans.h"
 #include "host/supervisor/programs.h"
@@ -44,6 +45,7 @@ void prepareEnvironment(const std::string& root) {
     std::error_code error;
     const auto absolute = std::filesystem::absolute(root, error).lexically_normal();
     setDeviceRoot(std::filesystem::weakly_canonical(absolute, error));
+    setenv(readyDescriptorVariable, std::to_string(readyDescriptor).c_str(), 1);
     setenv("PATH", inRoot("sbin").c_str(), 1);
     umask(S_IRWXG | S_IRWXO);
     std::signal(SIGPIPE, SIG_IGN);

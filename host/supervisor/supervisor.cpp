@@ -1,6 +1,7 @@
 #include "host/supervisor/supervisor.h"
 
 #include "host/base/device_root.h"
+#include "host/base/readiness.h"
 #include "host/bus/bus_config.h"
 #include "host/bus/bus_names.h"
 #include "host/supervisor/orphans.h"
@@ -33,9 +34,9 @@ constexpr auto readyLimit = 30s;
 /// From SIGTERM to SIGKILL; the launcher ends stubborn consoles in less.
 constexpr auto endLimit = 3s;
 
-Command busCommand(int ready) {
+Command busCommand() {
     return {"/usr/bin/dbus-daemon", "--nofork", "--nopidfile", "--config-file=" + writeBusConfig(),
-            "--print-address=" + std::to_string(ready)};
+            "--print-address=" + std::to_string(readyDescriptor)};
 }
 
 /// What the bus says is for those who look for a fault in it.
@@ -66,14 +67,14 @@ Supervisor::Supervisor(EventLoop& loop, const DeviceOptions& options, const Prog
         add({.name = name,
              .rank = daemonRank,
              .command =
-                 [programs, name](int) {
+                 [programs, name] {
                      return Command{programs.daemon, name};
                  },
              .onReady = [this](const std::string&) { announceIfReady(); }});
     }
     add({.name = "telnet_launcher",
          .rank = launcherRank,
-         .command = [this, programs](int) { return launcherCommand(programs.launcher); },
+         .command = [this, programs] { return launcherCommand(programs.launcher); },
          .onReady = [this](const std::string& address) { onLauncherReady(address); }});
 }
 
