@@ -78,11 +78,11 @@ std::optional<ConsoleProcess> ConsoleProcess::start(const ConsoleIdentity& ident
     return ConsoleProcess(std::move(terminal), pid);
 }
 
-int ConsoleProcess::unreadBytes() const {
+std::size_t ConsoleProcess::unreadBytes() const {
     const UniqueFd programsEnd(ioctl(terminal_.get(), TIOCGPTPEER, O_RDWR | O_NOCTTY | O_CLOEXEC));
     int count = 0;
     if (programsEnd) ioctl(programsEnd.get(), FIONREAD, &count);
-    return count;
+    return static_cast<std::size_t>(count);
 }
 
 void ConsoleProcess::signal(int number) const { kill(pid_, number); }

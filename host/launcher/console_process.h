@@ -3,6 +3,7 @@
 
 #include "host/loop/unique_fd.h"
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <sys/types.h>
@@ -26,7 +27,7 @@ class ConsoleProcess {
     int terminal() const { return terminal_.get(); }
 
     /// How many bytes of what was typed the program has not read yet.
-    int unreadBytes() const;
+    std::size_t unreadBytes() const;
 
     /// Closes the terminal, which sends the program SIGHUP.
     void hangUp() { terminal_.reset(); }

@@ -14,8 +14,8 @@ constexpr int probeSeconds = 5;
 constexpr int probeCount = 2;
 constexpr int unansweredMilliseconds = 20'000;
 
-/// Small, so that the kernel does not take megabytes for a peer that has stopped reading.
-constexpr int sendBufferBytes = 64 * 1024;
+/// Small, so that the kernel does not hold megabytes of a peer that has stopped reading, or for a busy console.
+constexpr int bufferBytes = 64 * 1024;
 
 void setOption(int socket, int level, int name, int value) { setsockopt(socket, level, name, &value, sizeof value); }
 
@@ -23,7 +23,8 @@ void setOption(int socket, int level, int name, int value) { setsockopt(socket, 
 
 void preparePeerSocket(int peer) {
     setOption(peer, IPPROTO_TCP, TCP_NODELAY, 1);
-    setOption(peer, SOL_SOCKET, SO_SNDBUF, sendBufferBytes);
+    setOption(peer, SOL_SOCKET, SO_SNDBUF, bufferBytes);
+    setOption(peer, SOL_SOCKET, SO_RCVBUF, bufferBytes);
     setOption(peer, SOL_SOCKET, SO_KEEPALIVE, 1);
     setOption(peer, IPPROTO_TCP, TCP_KEEPIDLE, idleSeconds);
     setOption(peer, IPPROTO_TCP, TCP_KEEPINTVL, probeSeconds);

@@ -3,14 +3,14 @@
 #include <algorithm>
 #include <array>
 #include <csignal>
-#include <string_view>
+#include <sys/socket.h>
 #include <unistd.h>
+#include <utility>
 
 namespace host {
 namespace {
 
 using namespace std::chrono_literals;
-using std::chrono::duration_cast;
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
@@ -21,12 +21,18 @@ constexpr std::size_t mostForConsole = 65'536;
 /// A console that has read nothing of what waits for it in that time hangs.
 constexpr auto consolePatience = 30s;
 
-/// From SIGHUP or SIGTERM to SIGKILL.
+/// From SIGHUP or SIGTERM to SIGKILL; longer where a last text that the console collects may still be on its way.
 constexpr auto endPatience = 2s;
+constexpr auto lastTextPatience = 6s;
 
-/// When the peer has ended its input, the console is done with it once it has said nothing for that long.
+/// Typed behind the last byte of a peer, who cannot type it: a console that echoes it has carried out all that came
+/// before. The echo is not passed on.
+constexpr char endMark = '\xff';
+
+/// From then on answers may come over the bus. They are complete once nothing was said for the quiet time, or when
+/// others have made the console talk on for too long.
 constexpr auto quietTime = 300ms;
-constexpr auto mostDraining = 10s;
+constexpr auto mostTalking = 3s;
 
 }  // namespace
 
@@ -51,12 +57,15 @@ Channel::Handlers Session::peerHandlers() {
                     if (fromConsole_) fromConsole_->resumeInput();
                     partIfDelivered();
                 },
-            .onEnd = [this](Channel::End end) { end == Channel::End::input ? startDraining() : hangUp(); }};
+            .onEnd = [this](Channel::End end) { end == Channel::End::lost ? hangUp() : onInputEnd(end); }};
 }
 
 Channel::Handlers Session::consoleHandlers() {
-    return {.onInput = [this](const std::string& bytes) { toPeer(stream_.encode(bytes)); },
-            .onDrained = [this] { fromPeer_->resumeInput(); },
+    return {.onInput = [this](const std::string& bytes) { toPeer(bytes); },
+            .onDrained =
+                [this] {
+                    if (fromPeer_) fromPeer_->resumeInput();
+                },
             .onEnd =
                 [this](Channel::End) {
                     kill_.start(endPatience);
@@ -71,33 +80,52 @@ void Session::toConsole(const std::string& typed) {
     if (fromConsole_->waiting() > mostForConsole) fromPeer_->pauseInput();
 }
 
-void Session::toPeer(const std::string& bytes) {
-    fromPeer_->send(bytes);
+void Session::toPeer(std::string bytes) {
+    const std::size_t mark = isMarkDue_ ? bytes.find(endMark) : bytes.npos;
+    if (mark != bytes.npos) {
+        bytes.erase(mark, 1);
+        isMarkDue_ = false;
+    }
+    if (quiet_.isRunning() && steady_clock::now() < progress_ + mostTalking) quiet_.start(quietTime);
+    if (!fromPeer_) return;
+    fromPeer_->send(stream_.encode(bytes));
     if (fromPeer_->waiting() > mostForPeer) fromConsole_->pauseInput();
-    if (quiet_.isRunning()) awaitQuiet();
 }
 
-void Session::startDraining() {
-    drainingEnd_ = steady_clock::now() + mostDraining;
-    awaitQuiet();
+/// A closed, a half-closed and a reset connection are one: what was received is carried out, then the session ends.
+void Session::onInputEnd(Channel::End end) {
+    if (end == Channel::End::reset) abandonPeer();
+    if (!fromConsole_) return reportIfOver();
+    fromConsole_->resumeInput();
+    if (std::exchange(inputEnded_, true)) return;
+    fromConsole_->send({&endMark, 1});
+    isMarkDue_ = true;
+    progress_ = steady_clock::now();
+    quiet_.start(quietTime);
 }
 
-void Session::awaitQuiet() {
-    const auto left = duration_cast<milliseconds>(drainingEnd_ - steady_clock::now());
-    quiet_.start(std::clamp<milliseconds>(left, 0ms, quietTime));
+/// A write may fail before all that had arrived is read.
+void Session::abandonPeer() {
+    std::array<char, 4096> bytes;
+    for (ssize_t count; (count = recv(peer_.socket.get(), bytes.data(), bytes.size(), MSG_DONTWAIT)) > 0;)
+        toConsole(stream_.decode({bytes.data(), static_cast<std::size_t>(count)}));
+    fromPeer_.reset();
+    peer_.socket.reset();
 }
 
 void Session::onQuiet() {
-    if (isAnswering() && steady_clock::now() < drainingEnd_) {
-        awaitQuiet();
-    } else {
-        hangUp();
-    }
+    const std::size_t before = std::exchange(unread_, fromConsole_->waiting() + console_.unreadBytes());
+    if (unread_ != before) progress_ = steady_clock::now();
+    const bool isDelivered = !fromPeer_ || fromPeer_->waiting() == 0;
+    if (before + unread_ == 0 && !isMarkDue_ && isDelivered) return endConsole();
+    if (steady_clock::now() > progress_ + consolePatience) return hangUp();
+    quiet_.start(quietTime);
 }
 
-bool Session::isAnswering() const {
-    const bool isReading = fromConsole_ && (fromConsole_->waiting() > 0 || console_.unreadBytes() > 0);
-    return isReading || fromPeer_->waiting() > 0;
+/// The terminal stays open for what the console says last.
+void Session::endConsole() {
+    console_.signal(SIGHUP);
+    kill_.start(lastTextPatience);
 }
 
 void Session::consoleExited() {
@@ -137,7 +165,7 @@ void Session::takeLastOutput() {
     for (std::size_t taken = 0; taken < mostForPeer; taken += bytes.size()) {
         const ssize_t count = read(console_.terminal(), bytes.data(), bytes.size());
         if (count <= 0) return;
-        fromPeer_->send(stream_.encode({bytes.data(), static_cast<std::size_t>(count)}));
+        toPeer({bytes.data(), static_cast<std::size_t>(count)});
     }
 }
 

@@ -37,7 +37,7 @@ class Session {
     /// Asks the console to end with SIGTERM; its last output is still delivered.
     void terminate();
 
-    /// Closes both sides: the console gets SIGHUP, and SIGKILL if that was not enough.
+    /// Closes both sides at once: the console gets SIGHUP, and SIGKILL if that was not enough.
     void hangUp();
 
   private:
@@ -45,11 +45,11 @@ class Session {
     Channel::Handlers consoleHandlers();
 
     void toConsole(const std::string& typed);
-    void toPeer(const std::string& bytes);
-    void startDraining();
-    void awaitQuiet();
+    void toPeer(std::string bytes);
+    void onInputEnd(Channel::End end);
+    void abandonPeer();
     void onQuiet();
-    bool isAnswering() const;
+    void endConsole();
     void closeConsole();
     void takeLastOutput();
     void partIfDelivered();
@@ -62,8 +62,11 @@ class Session {
     Callback onOver_;
     std::unique_ptr<Channel> fromPeer_;     ///< none once the peer is gone
     std::unique_ptr<Channel> fromConsole_;  ///< none once the console's terminal is closed
-    Timer quiet_;                           ///< runs while the peer, its input ended, waits for the answers
-    std::chrono::steady_clock::time_point drainingEnd_;
+    Timer quiet_;                           ///< runs from the end of the peer's input to the end of the answers
+    std::size_t unread_ = 0;                ///< what the console had not read of it when the time was over last
+    std::chrono::steady_clock::time_point progress_;
+    bool inputEnded_ = false;
+    bool isMarkDue_ = false;
     Timer kill_;
     bool exited_ = false;
 };

@@ -2,6 +2,7 @@
 
 #include "host/base/time_span.h"
 
+#include <cerrno>
 #include <event2/buffer.h>
 #include <event2/bufferevent.h>
 #include <event2/event.h>
@@ -16,6 +17,12 @@ std::string takeInput(bufferevent* event) {
     std::string bytes(evbuffer_get_length(input), '\0');
     evbuffer_remove(input, bytes.data(), bytes.size());
     return bytes;
+}
+
+Channel::End endOf(short what) {
+    if ((what & BEV_EVENT_EOF) != 0) return Channel::End::input;
+    const bool wasReset = (what & BEV_EVENT_ERROR) != 0 && (errno == ECONNRESET || errno == EPIPE);
+    return wasReset ? Channel::End::reset : Channel::End::lost;
 }
 
 }  // namespace
@@ -33,8 +40,9 @@ Channel::Channel(EventLoop& loop, int fd, std::chrono::milliseconds patience, Ha
         handler();
     };
     const auto onEnd = [](bufferevent*, short what, void* channel) {
+        const End end = endOf(what);
         const auto handler = static_cast<Channel*>(channel)->handlers_.onEnd;
-        handler((what & BEV_EVENT_EOF) != 0 ? End::input : End::failed);
+        handler(end);
     };
     const timeval limit = toTimeval(patience);
     bufferevent_setcb(event_.get(), onInput, onDrained, onEnd, this);

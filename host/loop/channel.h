@@ -16,8 +16,9 @@ namespace host {
 class Channel {
   public:
     enum class End {
-        input,   ///< the other side has ended its output in order; sending may still work
-        failed,  ///< an error, or nothing of the waiting output was taken for too long
+        input,  ///< the other side has ended its output in order; sending may still work
+        reset,  ///< it has given up the connection; the descriptor may hold input that was not handed on
+        lost,   ///< another error, or nothing of the waiting output was taken for too long
     };
     struct Handlers {
         std::function<void(const std::string& bytes)> onInput;
@@ -25,8 +26,8 @@ class Channel {
         std::function<void(End)> onEnd;
     };
 
-    /// `fd` is non-blocking, stays the caller's and must outlive the channel. The channel has failed when nothing of
-    /// its output is taken for `patience`. It may be destroyed from within its handlers.
+    /// `fd` is non-blocking, stays the caller's and must outlive the channel. The channel is lost when nothing of its
+    /// output is taken for `patience`. It may be destroyed from within its handlers.
     Channel(EventLoop& loop, int fd, std::chrono::milliseconds patience, Handlers handlers);
     Channel(const Channel&) = delete;
     Channel& operator=(const Channel&) = delete;

@@ -2,14 +2,31 @@
 
 import os
 import re
+import select
 import signal
+import socket
+import struct
 import subprocess
 import tempfile
 import unittest
 
-from harness import IAC, OFFERS, Console, Launcher, wait_until
+from harness import IAC, OFFERS, PATIENCE, Console, Launcher, wait_until
 
 DONE = b"!done\n"
+
+
+def reset(client):
+    client.descriptor.setsockopt(socket.SOL_SOCKET, socket.SO_LINGER, struct.pack("ii", 1, 0))
+    client.close()
+
+
+def close(client):
+    """With output that was not read."""
+    select.select([client], [], [], PATIENCE)
+    client.close()
+
+
+ENDS = (reset, close, Console.end_input)
 
 
 class Input(unittest.TestCase):
@@ -47,17 +64,28 @@ class Endings(unittest.TestCase):
 
     def test_a_peer_that_ends_its_input_gets_its_answers(self):
         with Launcher() as launcher, launcher.client() as client:
-            client.sendall(b"!pid\r" * 50)
+            client.sendall(b"!pid\r" * 50 + b"!slow\r")
             client.end_input()
-            self.assertEqual(client.read_all().count(DONE), 50)
+            said = client.read_all()
+            self.assertEqual(said.count(DONE), 51)
+            self.assertTrue(said.endswith(b"!slow\r" + DONE))
             launcher.wait_for_sessions(0)
 
-    def test_a_stubborn_console_is_killed(self):
-        for end in (Console.close, Console.end_input):
-            with Launcher() as launcher, launcher.client() as client:
-                client.ask(b"!stubborn\r", DONE)
+    def test_what_was_received_is_carried_out_however_the_peer_ends(self):
+        with Launcher() as launcher:
+            for client, end in [(launcher.client(index), end) for index in (0, 1) for end in ENDS * 25]:
+                client.sendall(b"!count\r")
                 end(client)
-                launcher.wait_for_sessions(0)
+            launcher.wait_for_sessions(0)
+            with open(launcher.folder + "/count", encoding="ascii") as count:
+                self.assertEqual(len(count.read()), 150)
+
+    def test_a_stubborn_console_is_killed(self):
+        with Launcher() as launcher, launcher.client() as closed, launcher.client() as half_closed:
+            closed.ask(b"!stubborn\r", DONE), half_closed.ask(b"!stubborn\r", DONE)
+            closed.close()
+            half_closed.end_input()
+            launcher.wait_for_sessions(0)
 
     def test_the_end_of_the_launcher_is_the_end_of_its_sessions(self):
         for number in (signal.SIGTERM, signal.SIGINT, signal.SIGKILL):

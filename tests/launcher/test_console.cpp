@@ -2,6 +2,7 @@
 /// line that begins with '!' makes it do what a test needs a console to do.
 #include <csignal>
 #include <cstdlib>
+#include <fstream>
 #include <string>
 #include <unistd.h>
 
@@ -43,6 +44,8 @@ void obey(const std::string& line) {
     if (line == "!stubborn") ignoreEnding();
     if (line == "!ticks") tick();
     if (line == "!deaf") stopReading();
+    if (line == "!slow") usleep(1'000'000);
+    if (line == "!count") std::ofstream("count", std::ios::app) << '.' << std::flush;
     print("!done\n");
 }
 
