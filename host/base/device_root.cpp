@@ -1,15 +1,23 @@
 #include "host/base/device_root.h"
 
 #include <cstdlib>
-#include <filesystem>
+#include <unistd.h>
 
 namespace host {
 namespace {
 
+std::string workingFolder() {
+    char* folder = getcwd(nullptr, 0);
+    const std::string copy = folder != nullptr ? folder : "";
+    std::free(folder);
+    return copy;
+}
+
+/// Every console asks for it on the way to its first reply.
 std::string findRoot() {
     const char* path = std::getenv(deviceRootVariable);
-    std::error_code error;
-    std::string root = std::filesystem::absolute(path != nullptr ? path : ".", error).lexically_normal().string();
+    std::string root = path != nullptr ? path : ".";
+    if (!root.starts_with('/')) root = workingFolder() + "/" + root;
     while (root.size() > 1 && root.back() == '/') root.pop_back();
     return root;
 }

@@ -41,11 +41,15 @@ std::optional<Step> takeName(const char*& path, bool isFirst) {
     return name;
 }
 
+std::optional<Step> takeStep(const char*& path, bool isFirst) {
+    return *path == '[' ? takeIndex(path) : takeName(path, isFirst);
+}
+
 /// The steps of "a.b[2].c"; none where the path is malformed.
 std::vector<Step> stepsOf(const char* path) {
     std::vector<Step> steps;
     while (*path != '\0') {
-        std::optional<Step> step = *path == '[' ? takeIndex(path) : takeName(path, steps.empty());
+        std::optional<Step> step = takeStep(path, steps.empty());
         if (!step) return {};
         steps.push_back(std::move(*step));
     }
@@ -67,9 +71,11 @@ json_object* child(json_object* container, const Step& step) {
 }
 
 json_object* find(json_object* root, const char* path) {
-    const std::vector<Step> steps = stepsOf(path);
-    if (steps.empty()) return nullptr;
-    for (const Step& step : steps) root = child(root, step);
+    if (*path == '\0') return nullptr;
+    for (bool isFirst = true; *path != '\0' && root != nullptr; isFirst = false) {
+        const std::optional<Step> step = takeStep(path, isFirst);
+        root = step ? child(root, *step) : nullptr;
+    }
     return root;
 }
 
