@@ -16,6 +16,7 @@ constexpr int busyLimitMilliseconds = 2000;
 
 constexpr const char* statementTexts[] = {
     "SELECT path, value FROM leaf WHERE path >= ?1 AND path < ?2 ORDER BY path",
+    "UPDATE leaf SET value = ?2 WHERE path = ?1 AND value <> ?2",
     "INSERT INTO leaf(path, value) VALUES(?1, ?2) ON CONFLICT(path) DO UPDATE SET value = excluded.value",
     "DELETE FROM leaf WHERE path >= ?1 AND path < ?2 RETURNING path",
     "BEGIN IMMEDIATE",
@@ -133,15 +134,12 @@ std::optional<Leaves> Database::read(const PathRange& range) {
     return leaves;
 }
 
-bool Database::put(const Leaf& leaf) {
-    sqlite3_stmt* statement = prepared(putLeaf);
-    if (statement == nullptr) return false;
-    Run insertion(statement);
-    insertion.bind(1, leaf.path);
-    insertion.bind(2, leaf.value);
-    insertion.step();
-    return insertion.result() == SQLITE_DONE || fail(insertion.result());
+std::optional<bool> Database::replace(const Leaf& leaf) {
+    if (!run(replaceLeaf, leaf)) return std::nullopt;
+    return sqlite3_changes(connection_.get()) > 0;
 }
+
+bool Database::put(const Leaf& leaf) { return run(putLeaf, leaf); }
 
 bool Database::remove(const PathRange& range, std::vector<std::string>& removed) {
     sqlite3_stmt* statement = prepared(removeRange);
@@ -212,6 +210,16 @@ bool Database::run(Prepared which) {
     sqlite3_stmt* statement = prepared(which);
     if (statement == nullptr) return false;
     Run once(statement);
+    once.step();
+    return once.result() == SQLITE_DONE || fail(once.result());
+}
+
+bool Database::run(Prepared which, const Leaf& leaf) {
+    sqlite3_stmt* statement = prepared(which);
+    if (statement == nullptr) return false;
+    Run once(statement);
+    once.bind(1, leaf.path);
+    once.bind(2, leaf.value);
     once.step();
     return once.result() == SQLITE_DONE || fail(once.result());
 }

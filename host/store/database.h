@@ -2,7 +2,7 @@
 #pragma once
 
 #include "host/store/document.h"
-#include "host/store/leaf_path.h"
+#include "host/store/json_pointer.h"
 
 #include <array>
 #include <cstdint>
@@ -42,6 +42,9 @@ class Database {
     /// The leaves in `range`, by path.
     std::optional<Leaves> read(const PathRange& range);
 
+    /// Puts another value into a leaf. False when it has this one, and when there is no such leaf.
+    std::optional<bool> replace(const Leaf& leaf);
+
     bool put(const Leaf& leaf);
 
     /// Takes the leaves in `range` away and appends their paths to `removed`.
@@ -61,11 +64,20 @@ class Database {
     std::int64_t logSize() const;
 
   private:
-    enum Prepared : std::size_t { readRange, putLeaf, removeRange, beginWrite, commitWrite, preparedCount };
+    enum Prepared : std::size_t {
+        readRange,
+        replaceLeaf,
+        putLeaf,
+        removeRange,
+        beginWrite,
+        commitWrite,
+        preparedCount
+    };
 
     bool openFile(int flags);
     bool execute(const char* sql);
     bool run(Prepared which);
+    bool run(Prepared which, const Leaf& leaf);
     sqlite3_stmt* prepared(Prepared which);
     bool fail(int result);
 

@@ -1,6 +1,6 @@
 #include "host/store/document.h"
 
-#include "host/store/leaf_path.h"
+#include "host/store/json_pointer.h"
 
 #include <cmath>
 #include <cstdint>
@@ -42,15 +42,17 @@ int stopAtInexactNumber(json_object* value, int /*flags*/, json_object* /*parent
 
 bool isObject(const json_object* value) { return json_object_is_type(value, json_type_object) != 0; }
 
-void collectLeaves(json_object* object, const std::string& path, Leaves& leaves) {
+/// `path` is the object's; below, it grows and shrinks with the depth.
+void collectLeaves(json_object* object, std::string& path, Leaves& leaves) {
+    const std::size_t size = path.size();
     json_object_object_foreach(object, key, value) {
-        std::string below = path;
-        appendKey(below, key);
+        appendKey(path, key);
         if (isObject(value)) {
-            collectLeaves(value, below, leaves);
+            collectLeaves(value, path, leaves);
         } else {
-            leaves.push_back({std::move(below), compactText(value)});
+            leaves.push_back({path, compactText(value)});
         }
+        path.resize(size);
     }
 }
 
@@ -74,7 +76,8 @@ Json parseUpdate(const char* text) {
 
 Leaves leavesOf(json_object* document) {
     Leaves leaves;
-    collectLeaves(document, "", leaves);
+    std::string path;
+    collectLeaves(document, path, leaves);
     return leaves;
 }
 

@@ -1,4 +1,6 @@
-#include "host/store/leaf_path.h"
+#include "host/store/json_pointer.h"
+
+#include <algorithm>
 
 namespace host {
 namespace {
@@ -17,14 +19,12 @@ std::string unescape(std::string_view escaped) {
 
 void appendKey(std::string& path, std::string_view key) {
     path += '/';
-    for (const char c : key) {
-        if (c == '~') {
-            path += "~0";
-        } else if (c == '/') {
-            path += "~1";
-        } else {
-            path += c;
-        }
+    for (;;) {
+        const std::size_t plain = std::min(key.find_first_of("~/"), key.size());
+        path.append(key, 0, plain);
+        if (plain == key.size()) return;
+        path += key[plain] == '~' ? "~0" : "~1";
+        key.remove_prefix(plain + 1);
     }
 }
 

@@ -1,5 +1,5 @@
-/// Where a leaf stands in its tree, as one text: "/audio/audOut/allMute". In a key, "~" is written "~0" and "/" "~1",
-/// so that any key is told from any other.
+/// Where a leaf stands in its tree: a JSON Pointer (RFC 6901), such as "/audio/audOut/allMute", in which a key's "~" is
+/// written "~0" and its "/" "~1".
 #pragma once
 
 #include <string>

@@ -3,7 +3,7 @@
 namespace host {
 namespace {
 
-constexpr std::size_t mostEntries = 128;
+constexpr std::size_t mostQueries = 128;
 
 /// Longer queries are somebody's own; no command asks them twice.
 constexpr std::size_t longestQuery = 256;
@@ -11,19 +11,47 @@ constexpr std::size_t longestQuery = 256;
 }  // namespace
 
 std::optional<bool> LeafCache::read(std::string_view query, const ChangeCounters& changes, const LeafReader& reader) {
-    const MutexLock lock(mutex_);
-    const auto entry = entries_.find(query);
-    if (entry == entries_.end()) return std::nullopt;
-    const Stamp stamp = entry->second.stamp;
-    if (changes[stamp.counter] != stamp.count) return std::nullopt;
-    return reader(entry->second.value.get());
+    const std::lock_guard lock(mutex_);
+    const auto known = queries_.find(query);
+    if (known == queries_.end()) return std::nullopt;
+    Entry& entry = known->second->second;
+    if (!entry.isValid(changes)) return std::nullopt;
+    return reader(entry.parsed());
 }
 
-void LeafCache::keep(const std::string& query, Stamp stamp, Json value) {
+std::optional<std::string> LeafCache::pathOf(std::string_view query) {
+    const std::lock_guard lock(mutex_);
+    const auto known = queries_.find(query);
+    if (known == queries_.end()) return std::nullopt;
+    return known->second->first;
+}
+
+void LeafCache::keep(const std::string& query, const std::string& path, Stamp stamp, std::optional<std::string> value) {
     if (query.size() > longestQuery) return;
-    const MutexLock lock(mutex_);
-    if (entries_.size() >= mostEntries) entries_.clear();
-    entries_.insert_or_assign(query, Entry{stamp, std::move(value)});
+    const std::lock_guard lock(mutex_);
+    if (queries_.size() >= mostQueries) {
+        queries_.clear();
+        leaves_.clear();
+    }
+    KnownLeaf& leaf = *leaves_.insert_or_assign(path, Entry{stamp, std::move(value), nullptr}).first;
+    queries_.insert_or_assign(query, &leaf);
+}
+
+void LeafCache::renew(const Leaf& leaf, Stamp stamp) {
+    const std::lock_guard lock(mutex_);
+    const auto known = leaves_.find(leaf.path);
+    if (known != leaves_.end()) known->second = Entry{stamp, leaf.value, nullptr};
+}
+
+bool LeafCache::holds(const Leaf& leaf, const ChangeCounters& changes) {
+    const std::lock_guard lock(mutex_);
+    const auto known = leaves_.find(leaf.path);
+    return known != leaves_.end() && known->second.text == leaf.value && known->second.isValid(changes);
+}
+
+json_object* LeafCache::Entry::parsed() {
+    if (value == nullptr && text) value = parseFirstJson(text->c_str());
+    return value.get();
 }
 
 }  // namespace host

@@ -1,11 +1,13 @@
-/// Values of leaves that were read lately, so that a reply costs no system call while nothing changes.
+/// Leaves that this process has read or written lately, so that asking for them again costs no system call while nobody
+/// changes them.
 #pragma once
 
-#include "console/mutex.h"
 #include "host/base/json.h"
 #include "host/store/change_counters.h"
+#include "host/store/document.h"
 
 #include <functional>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -16,7 +18,7 @@ namespace host {
 /// Looks at a leaf, null where there is none, and says whether it is what was asked for.
 using LeafReader = std::function<bool(json_object* leaf)>;
 
-/// From any thread. Holds few values and forgets them all when it is full.
+/// From any thread. Holds few leaves and forgets them all when it is full.
 class LeafCache {
   public:
     /// The counter that speaks for a leaf, and its count when the leaf was read.
@@ -25,23 +27,41 @@ class LeafCache {
         ChangeCounters::Count count;
     };
 
-    /// What `reader` says to the value that `query` had; nothing when it is not known or may have changed. No other
+    /// What `reader` says to the leaf that `query` names; nothing when it is not known or may have changed. No other
     /// thread reads meanwhile.
     std::optional<bool> read(std::string_view query, const ChangeCounters& changes, const LeafReader& reader);
 
-    void keep(const std::string& query, Stamp stamp, Json value);
+    /// The path that a query names which was kept before.
+    std::optional<std::string> pathOf(std::string_view query);
+
+    /// Nothing as `value` says that no leaf is there.
+    void keep(const std::string& query, const std::string& path, Stamp stamp, std::optional<std::string> value);
+
+    /// Follows a change of the process's own, if the leaf is one that it has asked for.
+    void renew(const Leaf& leaf, Stamp stamp);
+
+    /// Whether the leaf is known to stand in the store, as it is, at this moment.
+    bool holds(const Leaf& leaf, const ChangeCounters& changes);
 
   private:
     struct Entry {
-        Stamp stamp;
-        Json value;
+        bool isValid(const ChangeCounters& changes) const { return changes[stamp.counter] == stamp.count; }
+        json_object* parsed();
+
+        Stamp stamp = {};
+        std::optional<std::string> text;
+        Json value;  ///< made of the text when it is first asked for
     };
     struct Hash : std::hash<std::string_view> {
         using is_transparent = void;
     };
+    template <typename Value>
+    using TextMap = std::unordered_map<std::string, Value, Hash, std::equal_to<>>;
+    using KnownLeaf = TextMap<Entry>::value_type;
 
-    Mutex mutex_;
-    std::unordered_map<std::string, Entry, Hash, std::equal_to<>> entries_ GUARDED_BY(mutex_);
+    std::mutex mutex_;  // of all that follows
+    TextMap<Entry> leaves_;
+    TextMap<KnownLeaf*> queries_;
 };
 
 }  // namespace host

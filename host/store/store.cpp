@@ -50,12 +50,16 @@ bool clearPlace(Database& database, const std::string& path, Paths& changed) {
 }
 
 bool merge(Database& database, const Leaf& leaf, Paths& changed) {
-    const std::optional<Leaves> stored = database.read(onlyPath(leaf.path));
-    if (!stored) return false;
-    if (!stored->empty() && stored->front().value == leaf.value) return true;
-    if (stored->empty() && !clearPlace(database, leaf.path, changed)) return false;
+    const std::optional<bool> isReplaced = database.replace(leaf);
+    if (!isReplaced) return false;
+    if (!*isReplaced) {
+        const std::optional<Leaves> stored = database.read(onlyPath(leaf.path));
+        if (!stored) return false;
+        if (!stored->empty()) return true;  // the same value
+        if (!clearPlace(database, leaf.path, changed) || !database.put(leaf)) return false;
+    }
     changed.push_back(leaf.path);
-    return database.put(leaf);
+    return true;
 }
 
 bool mergeAll(Database& database, const Leaves& leaves, Paths& changed) {
@@ -63,8 +67,8 @@ bool mergeAll(Database& database, const Leaves& leaves, Paths& changed) {
 }
 
 /// What is stored is stored, heard or not.
-void publish(const std::string& event, json_object* payload) {
-    if (eventbus_publish(event.c_str(), compactText(payload)) == 0) return;
+void publish(const std::string& event, const char* payload) {
+    if (eventbus_publish(event.c_str(), payload) == 0) return;
     __printLog(LOG_LEVEL_ERROR, "%s: not published: %s", event.c_str(), std::strerror(errno));
 }
 
@@ -96,17 +100,18 @@ bool Store::readLeaf(const char* query, const LeafReader& reader) {
     if (state == nullptr) return false;
     if (const std::optional<bool> cached = cache_.read(query, state->changes, reader)) return *cached;
 
-    const std::optional<std::string> path = queriedPath(query);
+    const std::optional<std::string> path = pathOf(query);
     if (!path) return false;
     const ChangeCounters::Index counter = ChangeCounters::indexOf(*path);
     const ChangeCounters::Count before = state->changes[counter];
-    const std::optional<Leaves> leaves = read(onlyPath(*path));
+    std::optional<Leaves> leaves = read(onlyPath(*path));
     if (!leaves) return false;
-    Json value = leaves->empty() ? nullptr : parseFirstJson(leaves->front().value.c_str());
-    const bool isTaken = reader(value.get());
+    std::optional<std::string> text;
+    if (!leaves->empty()) text = std::move(leaves->front().value);
+    const Json value = text ? parseFirstJson(text->c_str()) : nullptr;
     const bool isSettled = ChangeCounters::isSettled(before) && state->changes[counter] == before;
-    if (isSettled) cache_.keep(query, {counter, before}, std::move(value));
-    return isTaken;
+    if (isSettled) cache_.keep(query, *path, {counter, before}, std::move(text));
+    return reader(value.get());
 }
 
 Json Store::readTree(const char* query) {
@@ -126,8 +131,12 @@ bool Store::update(const char* text) {
     const Json document = parseUpdate(text);
     if (!document) return refuseDocument();
     const Leaves leaves = leavesOf(document.get());
+    if (stands(leaves)) return true;
     return write([&](Database& database, Paths& changed) { return mergeAll(database, leaves, changed); },
-                 [&](const Paths& changed) { announce(document.get(), changed); });
+                 [&](const Paths& changed) {
+                     remember(leaves, changed);
+                     announce(text, document.get(), changed);
+                 });
 }
 
 bool Store::replaceAll(const char* text) {
@@ -138,12 +147,15 @@ bool Store::replaceAll(const char* text) {
         [&](Database& database, Paths& changed) {
             return database.remove(pathsBelow(""), changed) && mergeAll(database, leaves, changed);
         },
-        [&](const Paths& changed) { announce(withoutLeaves(document.get()).get(), changed); });
+        [&](const Paths& changed) {
+            const Json told = withoutLeaves(document.get());
+            announce(compactText(told.get()), told.get(), changed);
+        });
 }
 
 bool Store::checkpoint() {
     {
-        const MutexLock lock(connectionMutex_);
+        const std::lock_guard lock(connectionMutex_);
         if (!database_.open() || !database_.checkpoint()) return false;
         if (database_.logSize() < longestLog) return true;
     }
@@ -151,13 +163,13 @@ bool Store::checkpoint() {
     SharedState* state = shared();
     if (state == nullptr) return false;
     const Turn turn(*state, kind_.name);
-    const MutexLock lock(connectionMutex_);
+    const std::lock_guard lock(connectionMutex_);
     return turn.isMine() && database_.emptyLog();
 }
 
 SharedState* Store::shared() {
     if (SharedState* known = shared_.load()) return known;
-    const MutexLock lock(connectionMutex_);
+    const std::lock_guard lock(connectionMutex_);
     if (shared_ == nullptr) shared_ = mapSharedState(kind_.sharedStatePath());
     if (shared_ == nullptr) {
         __printLog(LOG_LEVEL_ERROR, "%s: %s", kind_.sharedStatePath().c_str(), std::strerror(errno));
@@ -166,9 +178,15 @@ SharedState* Store::shared() {
 }
 
 std::optional<Leaves> Store::read(const PathRange& range) {
-    const MutexLock lock(connectionMutex_);
+    const std::lock_guard lock(connectionMutex_);
     if (!database_.open()) return std::nullopt;
     return database_.read(range);
+}
+
+/// A query that was asked before is not taken apart again.
+std::optional<std::string> Store::pathOf(const char* query) {
+    std::optional<std::string> path = cache_.pathOf(query);
+    return path ? path : queriedPath(query);
 }
 
 std::optional<Json> Store::valueAt(const std::string& path) {
@@ -191,7 +209,7 @@ bool Store::write(const Change& change, const std::function<void(const Paths&)>&
 }
 
 bool Store::commit(const Change& change, ChangeCounters& counters, Paths& changed) {
-    const MutexLock lock(connectionMutex_);
+    const std::lock_guard lock(connectionMutex_);
     if (!database_.open() || !database_.begin()) return false;
     const bool isMade = change(database_, changed);
     if (!isMade || changed.empty()) {
@@ -206,13 +224,34 @@ bool Store::commit(const Change& change, ChangeCounters& counters, Paths& change
     return isCommitted;
 }
 
-void Store::announce(json_object* document, const Paths& changed) const {
+/// What changes nothing is done at the moment of this look, whoever may be in turn.
+bool Store::stands(const Leaves& leaves) {
+    const SharedState* state = shared();
+    return state != nullptr && std::all_of(leaves.begin(), leaves.end(), [this, state](const Leaf& leaf) {
+               return cache_.holds(leaf, state->changes);
+           });
+}
+
+/// In turn: the counts are those of this change.
+void Store::remember(const Leaves& leaves, const Paths& changed) {
+    const ChangeCounters& changes = shared()->changes;
+    for (const Leaf& leaf : leaves) {
+        if (std::find(changed.begin(), changed.end(), leaf.path) == changed.end()) continue;
+        const ChangeCounters::Index counter = ChangeCounters::indexOf(leaf.path);
+        cache_.renew(leaf, {counter, changes[counter]});
+    }
+}
+
+void Store::announce(const char* text, json_object* document, const Paths& changed) const {
+    const bool isOneBranch = json_object_object_length(document) == 1;
     json_object_object_foreach(document, key, value) {
         const auto isBelow = [key = std::string(key)](const std::string& path) { return topKeyOf(path) == key; };
         if (std::none_of(changed.begin(), changed.end(), isBelow)) continue;
+        const std::string event = std::string(key) + kind_.eventSuffix;
+        if (isOneBranch) return publish(event, text);
         const Json branch(json_object_new_object());
         json_object_object_add(branch.get(), key, json_object_get(value));
-        publish(std::string(key) + kind_.eventSuffix, branch.get());
+        publish(event, compactText(branch.get()));
     }
 }
 

@@ -4,7 +4,6 @@
 /// fork. Every failure sets errno and leaves a line in the device log.
 #pragma once
 
-#include "console/mutex.h"
 #include "host/base/json.h"
 #include "host/store/database.h"
 #include "host/store/leaf_cache.h"
@@ -12,6 +11,7 @@
 
 #include <atomic>
 #include <functional>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <vector>
@@ -61,16 +61,19 @@ class Store {
 
     SharedState* shared();
     std::optional<Leaves> read(const PathRange& range);
+    std::optional<std::string> pathOf(const char* query);
     std::optional<Json> valueAt(const std::string& path);
     bool write(const Change& change, const std::function<void(const Paths& changed)>& announce);
     bool commit(const Change& change, ChangeCounters& counters, Paths& changed);
-    void announce(json_object* document, const Paths& changed) const;
+    bool stands(const Leaves& leaves);
+    void remember(const Leaves& leaves, const Paths& changed);
+    void announce(const char* text, json_object* document, const Paths& changed) const;
 
     const StoreKind kind_;
     std::atomic<SharedState*> shared_ = nullptr;
     LeafCache cache_;
-    Mutex connectionMutex_;
-    Database database_ GUARDED_BY(connectionMutex_);
+    std::mutex connectionMutex_;  // of the database
+    Database database_;
 };
 
 /// The stores of this process's device.

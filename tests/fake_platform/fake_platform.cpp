@@ -2,7 +2,7 @@
 
 #include "host/base/json.h"
 #include "host/store/document.h"
-#include "host/store/leaf_path.h"
+#include "host/store/json_pointer.h"
 #include "platform/event_bus.h"
 #include "platform/factory_data.h"
 #include "platform/json_token.h"

@@ -2,6 +2,7 @@
 #include "host/store/preparation.h"
 #include "platform/user_config.h"
 #include "platform/user_status.h"
+#include "tests/store/numbered_tree.h"
 #include "tests/store/published_events.h"
 #include "tests/store/test_root.h"
 
@@ -52,6 +53,17 @@ TEST(Store, AnnouncesEveryBranchThatChangedInItsOwnWords) {
     refusePublishing(false);
     EXPECT_EQ("3", store.readText(R"({"video":{"src":0}})"));
     EXPECT_NE(std::string::npos, logText().find("videoChanged: not published"));
+}
+
+TEST(Store, TakesNothingForUnchangedThatAnotherHasChanged) {
+    const host::StoreKind kind = newStore(R"({"a":1})");
+    Store one(kind), other(kind);
+    for (int round = 0; round < 2; ++round) {
+        ASSERT_EQ(1, readInt(one, R"({"a":0})"));
+        ASSERT_TRUE(other.update(R"({"a":2})"));
+        EXPECT_TRUE(one.update(R"({"a":1})"));
+        EXPECT_EQ("1", other.readText(R"({"a":0})"));
+    }
 }
 
 TEST(Store, RefusesWhatItCouldNotStoreAsItStands) {
