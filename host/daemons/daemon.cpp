@@ -3,6 +3,7 @@
 #include "host/base/note.h"
 #include "host/base/readiness.h"
 #include "host/bus/subscriptions.h"
+#include "host/daemons/leaf_value.h"
 #include "platform/event_bus.h"
 #include "platform/lpc.h"
 
@@ -25,14 +26,14 @@ void Daemon::failIf(bool failed, const char* what) {
     loop_.stop();
 }
 
-void Daemon::offer(const char* method, Method carryOut) {
+void Daemon::offer(const char* method, RequestHandler handler) {
     const lpc_handler onRequest = [](lpc_request* request, void* userData) {
         const auto* offer = static_cast<const Offer*>(userData);
         const char* text = lpc_request_params(request);
         note("call %s %s %s", offer->daemon->name_.c_str(), offer->method, text);
-        lpc_request_completed(request, offer->carryOut(text).c_str());
+        lpc_request_completed(request, offer->handler(text).c_str());
     };
-    Offer& offer = offers_.emplace_back(Offer{this, method, std::move(carryOut)});
+    Offer& offer = offers_.emplace_back(Offer{this, method, std::move(handler)});
     lpc_service* service = lpc_service_create(name_.c_str(), 0, method, onRequest, &offer);
     failIf(service == nullptr, "lpc_service_create");
     // All methods of a thread arrive over one descriptor.
@@ -52,13 +53,13 @@ bool Daemon::openEvents() {
     return true;
 }
 
-void Daemon::hear(const char* event, Listener listener) {
+void Daemon::subscribe(const char* event, EventHandler handler) {
     if (!openEvents()) return;
-    const auto onEvent = [](void* userData, const char* payload) { (*static_cast<Listener*>(userData))(payload); };
-    const bool heard =
-        eventbus_subscribe(events_, event, onEvent, &listeners_.emplace_back(std::move(listener))) == 0 &&
+    const auto onEvent = [](void* userData, const char* payload) { (*static_cast<EventHandler*>(userData))(payload); };
+    const bool isSubscribed =
+        eventbus_subscribe(events_, event, onEvent, &handlers_.emplace_back(std::move(handler))) == 0 &&
         waitUntilSubscribed(events_);
-    failIf(!heard, event);
+    failIf(!isSubscribed, event);
 }
 
 int Daemon::run() {
@@ -67,6 +68,13 @@ int Daemon::run() {
     announceReady(name_);
     loop_.run();
     return failed_ ? 1 : 0;
+}
+
+void offerState(Daemon& daemon, const char* method, const char* statusPath) {
+    daemon.offer(method, [statusPath](const char* text) -> std::string {
+        putStatusText(statusPath, text);
+        return "ok";
+    });
 }
 
 }  // namespace host

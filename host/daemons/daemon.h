@@ -1,4 +1,5 @@
-/// What the device's stand-in daemons share: the methods they offer, the events they hear, their loop and their log.
+/// What the device's stand-in daemons share: the methods they offer, the events they subscribe to, their loop and their
+/// log.
 #pragma once
 
 #include "host/loop/event_loop.h"
@@ -13,9 +14,9 @@ namespace host {
 
 class Daemon {
   public:
-    /// Carries out a request and returns the reply; the caller waits for it.
-    using Method = std::function<std::string(const char* text)>;
-    using Listener = std::function<void(const char* payload)>;
+    /// Returns the reply; the caller waits for it.
+    using RequestHandler = std::function<std::string(const char* text)>;
+    using EventHandler = std::function<void(const char* payload)>;
 
     explicit Daemon(std::string name);
     Daemon(const Daemon&) = delete;
@@ -23,10 +24,10 @@ class Daemon {
     ~Daemon();
 
     /// Offers a method under the daemon's name. A failure is reported by run().
-    void offer(const char* method, Method carryOut);
+    void offer(const char* method, RequestHandler handler);
 
-    /// Hears an event. A failure is reported by run().
-    void hear(const char* event, Listener listener);
+    /// Subscribes to an event. A failure is reported by run().
+    void subscribe(const char* event, EventHandler handler);
 
     EventLoop& loop() { return loop_; }
 
@@ -38,7 +39,7 @@ class Daemon {
     struct Offer {
         const Daemon* daemon;
         const char* method;
-        Method carryOut;
+        RequestHandler handler;
     };
 
     void failIf(bool failed, const char* what);
@@ -47,10 +48,13 @@ class Daemon {
     const std::string name_;
     EventLoop loop_;
     std::list<Offer> offers_;  // the bus keeps pointers to them
-    std::list<Listener> listeners_;
+    std::list<EventHandler> handlers_;
     eventbus* events_ = nullptr;
     std::list<ReadWatch> watches_;
     bool failed_ = false;
 };
+
+/// Offers a method whose last text is all there is to see of it: in the status store, at `statusPath`.
+void offerState(Daemon& daemon, const char* method, const char* statusPath);
 
 }  // namespace host

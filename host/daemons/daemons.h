@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <span>
 
 namespace host {
 
@@ -10,28 +11,32 @@ class Daemon;
 /// A daemon's state, alive while it runs.
 using Service = std::shared_ptr<void>;
 
-/// "displayControl": sends control strings over the device's serial lines.
-Service makeSerialDisplay(Daemon& daemon);
+struct DaemonKind {
+    const char* name;
+    Service (*make)(Daemon& daemon);
+};
 
-/// "displayControlTelnetClient": sends control strings to the display's network address.
-Service makeNetworkDisplay(Daemon& daemon);
+/// All of them: whoever is in this list is built, started and kept running.
+std::span<const DaemonKind> daemonKinds();
 
-/// "networkd": moves the telnet port and puts the address settings into effect.
-Service makeNetwork(Daemon& daemon);
+/// Sends control strings over the device's serial lines, and to the display's network address.
+Service makeDisplayControl(Daemon& daemon);
+Service makeDisplayControlTelnetClient(Daemon& daemon);
 
-/// "systemd": keeps the SSH users and runs the firmware update.
-Service makeSystem(Daemon& daemon);
+/// Moves the telnet port and puts the address settings into effect.
+Service makeNetworkd(Daemon& daemon);
 
-/// "intermcud": passes words to the device's other processors.
-Service makeInterMcu(Daemon& daemon);
+/// Answers for the SSH users and runs the firmware update.
+Service makeSystemd(Daemon& daemon);
 
-/// "kxcmdd": takes diagnostic texts.
-Service makeDiagnostics(Daemon& daemon);
+/// Pass words to the device's other processors.
+Service makeIntermcud(Daemon& daemon);
+Service makeKxcmdd(Daemon& daemon);
 
-/// "bruteForceAttacksd": locks clients out that fail to log in.
-Service makeLockout(Daemon& daemon);
+/// Locks clients out that fail to log in.
+Service makeBruteForceAttacksd(Daemon& daemon);
 
-/// "upgrade": resets and restarts the device.
+/// Resets and restarts the device.
 Service makeUpgrade(Daemon& daemon);
 
 }  // namespace host

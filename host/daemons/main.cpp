@@ -10,30 +10,14 @@
 namespace host {
 namespace {
 
-struct Kind {
-    const char* name;
-    Service (*make)(Daemon& daemon);
-};
-
-constexpr Kind kinds[] = {
-    {"displayControl", makeSerialDisplay},
-    {"displayControlTelnetClient", makeNetworkDisplay},
-    {"networkd", makeNetwork},
-    {"systemd", makeSystem},
-    {"intermcud", makeInterMcu},
-    {"kxcmdd", makeDiagnostics},
-    {"bruteForceAttacksd", makeLockout},
-    {"upgrade", makeUpgrade},
-};
-
-const Kind* findKind(std::string_view name) {
-    for (const Kind& kind : kinds) {
+const DaemonKind* findKind(std::string_view name) {
+    for (const DaemonKind& kind : daemonKinds()) {
         if (name == kind.name) return &kind;
     }
     return nullptr;
 }
 
-int run(const Kind& kind) {
+int run(const DaemonKind& kind) {
     Daemon daemon(kind.name);
     const Service service = kind.make(daemon);
     return daemon.run();
@@ -43,7 +27,7 @@ int run(const Kind& kind) {
 }  // namespace host
 
 int main(int argc, char** argv) {
-    const host::Kind* kind = argc == 2 ? host::findKind(argv[1]) : nullptr;
+    const host::DaemonKind* kind = argc == 2 ? host::findKind(argv[1]) : nullptr;
     if (kind == nullptr) {
         std::fprintf(stderr, "usage: %s DAEMON\n", argv[0]);
         return 2;

@@ -1,9 +1,13 @@
 #include "host/daemons/transmitter.h"
 
 #include "host/base/note.h"
+#include "host/daemons/daemon.h"
 #include "host/daemons/leaf_value.h"
-#include "host/daemons/trigger_name.h"
 #include "platform/event_bus.h"
+
+#include <algorithm>
+#include <sstream>
+#include <utility>
 
 namespace host {
 namespace {
@@ -17,29 +21,71 @@ constexpr auto quietTime = 100ms;
 
 constexpr std::size_t mostWaiting = 64;
 
-std::string repeated(const TriggerRequest& request) {
-    std::string bytes;
-    for (int i = 0; i < request.sendCount; ++i) bytes += request.bytes;
-    return bytes;
+constexpr std::pair<const char*, const char*> actions[] = {
+    {"on", "on"}, {"off", "off"}, {"mute", "mute"}, {"vol+", "volumePlus"}, {"vol-", "volumeMinus"}};
+
+/// Below the display's trigger settings.
+std::string commandPath(const std::string& leaf) { return "control.displayControl.output1.triger.command." + leaf; }
+
+/// A paced content goes out in the pieces between its commas, which are waits.
+std::vector<std::string> piecesOf(const std::string& content, bool isPaced) {
+    if (!isPaced) return {content};
+    std::vector<std::string> pieces;
+    std::string piece;
+    std::istringstream words(content);
+    for (std::string word; words >> word;) {
+        if (word != "2c") {
+            piece += (piece.empty() ? "" : " ") + word;
+        } else if (!piece.empty()) {
+            pieces.push_back(std::exchange(piece, {}));
+        }
+    }
+    pieces.push_back(piece);
+    return pieces;
+}
+
+/// The action whose stored content was sent in these texts, each with its end; empty when it is none of them. Of
+/// contents that begin alike the longest counts.
+std::string actionOf(const std::vector<std::string>& texts) {
+    const bool isPaced = isSettingOn(commandPath("commandWait").c_str());
+    const auto beginsWith = [](const std::string& text, const std::string& piece) { return text.starts_with(piece); };
+    std::string action, longest;
+    for (const auto& [name, key] : actions) {
+        const std::string content = settingText(commandPath(std::string("content.") + key).c_str()).value_or("");
+        const std::vector<std::string> pieces = piecesOf(content, isPaced);
+        const bool isSent = std::equal(texts.begin(), texts.end(), pieces.begin(), pieces.end(), beginsWith);
+        if (!isSent || content.size() <= longest.size()) continue;
+        action = name;
+        longest = content;
+    }
+    return action;
 }
 
 }  // namespace
 
-Transmitter::Transmitter(EventLoop& loop, const TransmitterNames& names, DisplayLine& line)
-    : names_(names), line_(line), wait_(loop, [this] { send(); }), quiet_(loop, [this] { rest(); }) {
+Transmitter::Transmitter(Daemon& daemon, const char* command, const char* busyPath, std::unique_ptr<DisplayLine> line)
+    : command_(command),
+      busyPath_(busyPath),
+      line_(std::move(line)),
+      wait_(daemon.loop(), [this] { send(); }),
+      quiet_(daemon.loop(), [this] { rest(); }) {
+    daemon.offer("SetCmdOn", [this](const char* text) { return accept(text); });
     // Of a daemon that died while it was sending.
-    putStatusFlag(names_.busyPath, false);
+    putStatusFlag(busyPath_, false);
 }
 
-bool Transmitter::accept(TriggerRequest request) {
-    if (waiting_.size() >= mostWaiting) return false;
-    waiting_.push_back(std::move(request));
-    if (isBusy_ && !quiet_.isRunning()) return true;
+/// The transport is busy before its caller is answered.
+std::string Transmitter::accept(const char* text) {
+    std::optional<TriggerRequest> request = parseTriggerRequest(text);
+    if (!request) return "fail not a request";
+    if (waiting_.size() >= mostWaiting) return "fail busy";
+    waiting_.push_back(std::move(*request));
+    if (isBusy_ && !quiet_.isRunning()) return "ok";
     quiet_.stop();
-    if (!isBusy_) putStatusFlag(names_.busyPath, true);
+    if (!isBusy_) putStatusFlag(busyPath_, true);
     isBusy_ = true;
     startNext();
-    return true;
+    return "ok";
 }
 
 void Transmitter::startNext() {
@@ -51,23 +97,24 @@ void Transmitter::startNext() {
 }
 
 void Transmitter::send() {
-    note("%s sends %d times %s", names_.command, current_.sendCount, describeBytes(current_.bytes).c_str());
-    sent_.push_back(current_.bytes);
-    line_.send(repeated(current_), [this] { startNext(); });
+    note("%s sends %d times %s", command_, current_.sendCount, describeBytes(current_.bytes).c_str());
+    sent_.push_back(current_.text);
+    std::string bytes;
+    for (int i = 0; i < current_.sendCount; ++i) bytes += current_.bytes;
+    line_->send(bytes, [this] { startNext(); });
 }
 
 void Transmitter::endCommand() {
-    line_.endCommand();
-    const std::string action = triggerNameOf(sent_);
-    sent_.clear();
-    if (action.empty()) return note("%s sent no stored string", names_.command);
-    const std::string feedback = std::string(names_.command) + " " + action;
+    line_->endCommand();
+    const std::string action = actionOf(std::exchange(sent_, {}));
+    if (action.empty()) return note("%s sent no stored string", command_);
+    const std::string feedback = std::string(command_) + " " + action;
     if (eventbus_publish("CommandFeedback", feedback.c_str()) != 0) note("CommandFeedback %s: %m", feedback.c_str());
 }
 
-/// The transport is free before its command is announced, so that whoever hears of it can send the next.
+/// The transport is free before its command is announced, so that whoever is told can send the next.
 void Transmitter::rest() {
-    putStatusFlag(names_.busyPath, false);
+    putStatusFlag(busyPath_, false);
     isBusy_ = false;
     endCommand();
 }

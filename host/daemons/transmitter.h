@@ -1,13 +1,16 @@
-/// The pace of a display-control daemon: one piece after the other, each after its waits.
+/// What the two display-control daemons have in common: one control string after the other, each after its waits.
 #pragma once
 
 #include "host/daemons/trigger_request.h"
 #include "host/loop/event_loop.h"
 
 #include <deque>
+#include <memory>
 #include <vector>
 
 namespace host {
+
+class Daemon;
 
 /// The way to the display.
 class DisplayLine {
@@ -21,34 +24,28 @@ class DisplayLine {
     virtual void endCommand() {}
 };
 
-/// How the console knows a transmitter.
-struct TransmitterNames {
-    const char* busyPath;  ///< the status leaf that is true while something is under way
-    const char* command;   ///< what the names of its commands begin with: "TrigRS1"
-};
-
-/// Takes requests while others are under way and sends them in their order. When a command's last piece is out, it
-/// publishes "CommandFeedback" with the name of the console's command.
 class Transmitter {
   public:
-    Transmitter(EventLoop& loop, const TransmitterNames& names, DisplayLine& line);
-
-    /// Marks the transport busy before it returns. False when too much is waiting already.
-    bool accept(TriggerRequest request);
+    /// Offers "SetCmdOn", takes requests while others are under way and sends them in their order. The status leaf at
+    /// `busyPath` is true meanwhile. When a command's last piece is out, it publishes "CommandFeedback" with the name
+    /// of the console's command, which begins with `command`: "TrigRS1 on".
+    Transmitter(Daemon& daemon, const char* command, const char* busyPath, std::unique_ptr<DisplayLine> line);
 
   private:
+    std::string accept(const char* text);
     void startNext();
     void send();
     void endCommand();
     void rest();
 
-    const TransmitterNames names_;
-    DisplayLine& line_;
+    const char* const command_;
+    const char* const busyPath_;
+    const std::unique_ptr<DisplayLine> line_;
     Timer wait_;
     Timer quiet_;
     std::deque<TriggerRequest> waiting_;
     TriggerRequest current_;
-    std::vector<std::string> sent_;  // the pieces of the current command
+    std::vector<std::string> sent_;  // the texts of the current command's pieces
     bool isBusy_ = false;
 };
 

@@ -5,8 +5,9 @@
 
 #include <algorithm>
 #include <cctype>
-#include <charconv>
 #include <cstdio>
+#include <regex>
+#include <sstream>
 
 namespace host {
 namespace {
@@ -14,38 +15,21 @@ namespace {
 constexpr int mostWaits = 100;
 constexpr int mostSends = 100;
 
-bool isHexDigit(char c) { return std::isxdigit(static_cast<unsigned char>(c)) != 0; }
-
-bool isControl(char c) { return std::iscntrl(static_cast<unsigned char>(c)) != 0; }
-
-/// A hexadecimal byte, where the word begins with one and only end characters follow.
-std::optional<char> leadingByte(std::string_view& word) {
-    const auto* const digitsEnd = std::find_if_not(word.begin(), word.end(), isHexDigit);
-    const auto digits = static_cast<std::size_t>(digitsEnd - word.begin());
-    if (digits < 1 || digits > 2 || !std::all_of(digitsEnd, word.end(), isControl)) return std::nullopt;
-    unsigned char byte = 0;
-    std::from_chars(word.begin(), digitsEnd, byte, 16);
-    word.remove_prefix(digits);
-    return static_cast<char>(byte);
-}
-
-void appendWord(std::string& bytes, std::string_view word) {
-    if (const std::optional<char> byte = leadingByte(word)) bytes += *byte;
-    bytes += word;
+/// "4f", or "4f\r" with end characters.
+std::string decodeWord(const std::string& word) {
+    static const std::regex byteAndEnd("([[:xdigit:]]{1,2})([[:cntrl:]]*)");
+    std::smatch match;
+    if (!std::regex_match(word, match, byteAndEnd)) return word;
+    return static_cast<char>(std::stoi(match[1], nullptr, 16)) + match[2].str();
 }
 
 }  // namespace
 
-std::string decodeControlString(std::string_view text) {
+std::string decodeControlString(const std::string& text) {
     std::string bytes;
-    const bool endsInBlank = text.ends_with(' ');
-    while (!text.empty()) {
-        const std::size_t width = std::min(text.find(' '), text.size());
-        appendWord(bytes, text.substr(0, width));
-        text.remove_prefix(std::min(width + 1, text.size()));
-    }
-    if (endsInBlank) bytes += ' ';
-    return bytes;
+    std::istringstream words(text);
+    for (std::string word; std::getline(words, word, ' ');) bytes += decodeWord(word);
+    return text.ends_with(' ') ? bytes + ' ' : bytes;
 }
 
 std::optional<TriggerRequest> parseTriggerRequest(const char* json) {
@@ -56,7 +40,8 @@ std::optional<TriggerRequest> parseTriggerRequest(const char* json) {
     const auto number = [fields](const char* name, int most, int fallback) {
         return std::clamp(json_token_object_walk_get_int(fields, name, fallback), 0, most);
     };
-    TriggerRequest request{.bytes = decodeControlString(data),
+    TriggerRequest request{.text = data,
+                           .bytes = decodeControlString(data),
                            .sendCount = number("sendcount", mostSends, 1),
                            .waits = number("fiveSecDelay", mostWaits, 0),
                            .isLeading = number("leadingFlag", 1, 1) == 1};
@@ -65,13 +50,14 @@ std::optional<TriggerRequest> parseTriggerRequest(const char* json) {
     return request;
 }
 
-std::string describeBytes(std::string_view bytes) {
+std::string describeBytes(const std::string& bytes) {
     std::string hex, text;
     for (const char c : bytes) {
+        const auto byte = static_cast<unsigned char>(c);
         char word[4];
-        std::snprintf(word, sizeof word, "%02x ", static_cast<unsigned char>(c));
+        std::snprintf(word, sizeof word, "%02x ", byte);
         hex += word;
-        text += isControl(c) ? '.' : c;
+        text += std::iscntrl(byte) != 0 ? '.' : c;
     }
     return hex + "(" + text + ")";
 }

@@ -22,11 +22,11 @@ constexpr char upgradeEvent[] = "UpgradeSlaveVersionQuery";
 class Upgrade {
   public:
     explicit Upgrade(Daemon& daemon) : restart_(daemon.loop(), restartDevice) {
-        daemon.hear(upgradeEvent, [this](const char* state) { hear(state); });
+        daemon.subscribe(upgradeEvent, [this](const char* state) { onState(state); });
     }
 
   private:
-    void hear(std::string_view state) {
+    void onState(std::string_view state) {
         if (state == "Sys Default\r") resetDevice();
         if (state == "Sys Reboot\r") announceRestart();
     }

@@ -4,6 +4,7 @@
 #include "host/base/readiness.h"
 #include "host/bus/bus_config.h"
 #include "host/bus/bus_names.h"
+#include "host/daemons/daemons.h"
 #include "host/supervisor/orphans.h"
 #include "host/supervisor/report.h"
 
@@ -21,10 +22,6 @@ namespace {
 
 using namespace std::chrono_literals;
 using Command = Child::Command;
-
-constexpr const char* daemonNames[] = {
-    "displayControl", "displayControlTelnetClient", "networkd", "systemd", "intermcud",
-    "kxcmdd",         "bruteForceAttacksd",         "upgrade"};
 
 /// None of the children is ended while one of a higher rank still runs.
 enum { noRank, busRank, daemonRank, launcherRank };
@@ -63,12 +60,12 @@ Supervisor::Supervisor(EventLoop& loop, const DeviceOptions& options, const Prog
          .output = busOutput_.get(),
          .command = busCommand,
          .onReady = [this](const std::string&) { onBusReady(); }});
-    for (const char* name : daemonNames) {
-        add({.name = name,
+    for (const DaemonKind& kind : daemonKinds()) {
+        add({.name = kind.name,
              .rank = daemonRank,
              .command =
-                 [programs, name] {
-                     return Command{programs.daemon, name};
+                 [programs, kind] {
+                     return Command{programs.daemon, kind.name};
                  },
              .onReady = [this](const std::string&) { announceIfReady(); }});
     }

@@ -67,9 +67,9 @@ void installNextVersion() {
     if (!writeFactoryData(versionKey, versionAfter(version != nullptr ? version : "").c_str())) note("no update: %m");
 }
 
-class System {
+class Systemd {
   public:
-    explicit System(Daemon& daemon) : updated_(daemon.loop(), endUpdate) {
+    explicit Systemd(Daemon& daemon) : updated_(daemon.loop(), endUpdate) {
         daemon.offer("sshAddUser", addUser);
         daemon.offer("sshDelUser", deleteUser);
         daemon.offer("sshUpdate", [this](const char* word) { return update(word); });
@@ -96,6 +96,6 @@ class System {
 
 }  // namespace
 
-Service makeSystem(Daemon& daemon) { return std::make_shared<System>(daemon); }
+Service makeSystemd(Daemon& daemon) { return std::make_shared<Systemd>(daemon); }
 
 }  // namespace host

@@ -1,6 +1,7 @@
 #include "host/base/note.h"
 #include "host/daemons/daemon.h"
-#include "host/daemons/display_command.h"
+#include "host/daemons/daemons.h"
+#include "host/daemons/transmitter.h"
 
 namespace host {
 namespace {
@@ -24,13 +25,13 @@ class SerialLine : public DisplayLine {
 
 }  // namespace
 
-Service makeSerialDisplay(Daemon& daemon) {
+Service makeDisplayControl(Daemon& daemon) {
     daemon.offer("HexRS232zone", [](const char* text) -> std::string {
         note("zone sends %s", describeBytes(decodeControlString(text)).c_str());
         return "ok";
     });
-    return controlDisplay(daemon, std::make_unique<SerialLine>(daemon.loop()),
-                          {"control.displayControl.output1.transmission.rs232", "TrigRS1"});
+    return std::make_shared<Transmitter>(daemon, "TrigRS1", "control.displayControl.output1.transmission.rs232",
+                                         std::make_unique<SerialLine>(daemon.loop()));
 }
 
 }  // namespace host

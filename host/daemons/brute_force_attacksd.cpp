@@ -77,6 +77,6 @@ class Lockout {
 
 }  // namespace
 
-Service makeLockout(Daemon& daemon) { return std::make_shared<Lockout>(daemon); }
+Service makeBruteForceAttacksd(Daemon& daemon) { return std::make_shared<Lockout>(daemon); }
 
 }  // namespace host

@@ -1,7 +1,8 @@
 #include "host/base/note.h"
 #include "host/daemons/daemon.h"
-#include "host/daemons/display_command.h"
+#include "host/daemons/daemons.h"
 #include "host/daemons/leaf_value.h"
+#include "host/daemons/transmitter.h"
 #include "host/loop/channel.h"
 #include "host/loop/unique_fd.h"
 
@@ -91,9 +92,9 @@ class NetworkLine : public DisplayLine {
 
 }  // namespace
 
-Service makeNetworkDisplay(Daemon& daemon) {
-    return controlDisplay(daemon, std::make_unique<NetworkLine>(daemon.loop()),
-                          {"control.displayControl.output1.transmission.telnet", "TrigIP1"});
+Service makeDisplayControlTelnetClient(Daemon& daemon) {
+    return std::make_shared<Transmitter>(daemon, "TrigIP1", "control.displayControl.output1.transmission.telnet",
+                                         std::make_unique<NetworkLine>(daemon.loop()));
 }
 
 }  // namespace host

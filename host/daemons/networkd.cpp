@@ -62,9 +62,9 @@ void followSettings() {
 
 }  // namespace
 
-Service makeNetwork(Daemon& daemon) {
+Service makeNetworkd(Daemon& daemon) {
     daemon.offer("TelnetRestart", restartTelnet);
-    daemon.hear("networkUserConfigChanged", [](const char* /*changes*/) { followSettings(); });
+    daemon.subscribe("networkUserConfigChanged", [](const char* /*changes*/) { followSettings(); });
     followSettings();
     return nullptr;
 }

@@ -1,0 +1,13 @@
+#include "host/daemons/daemon.h"
+#include "host/daemons/daemons.h"
+
+namespace host {
+
+Service makeIntermcud(Daemon& daemon) {
+    offerState(daemon, "TrigCEC", "mcu.lastCec");
+    offerState(daemon, "trigerUsb", "mcu.usbRoute");
+    offerState(daemon, "debugMCU", "mcu.debug");
+    return nullptr;
+}
+
+}  // namespace host
