@@ -2,6 +2,8 @@
 /// that all of them share.
 #pragma once
 
+struct Family;
+
 /// What the dispatcher hands to an action. All texts live until the action returns.
 struct Command {
     const char* line;      ///< the whole line from its first non-space character
@@ -9,6 +11,7 @@ struct Command {
     const char* argument;  ///< the text after the row's name, leading spaces skipped; empty when nothing follows
     bool broadcast;        ///< the setting `system.broadcast` when the line was taken
     const char* leaf;      ///< the row's template: a JSON document with one conversion, a factory key, or empty
+    const Family& family;  ///< the row's family, which knows what is accepted
 };
 
 /// Carries out a command and writes its reply.
@@ -21,9 +24,16 @@ struct ChangedValue {
     const char* text = nullptr;
 };
 
-/// Prints a changed value as the command line that would have changed it. Runs on the event listener's thread. A value
-/// of a kind that the printer does not show prints nothing.
-using Feedback = void (*)(const char* rowName, const ChangedValue& value);
+/// What the event listener hands to the printer of the row that a changed leaf belongs to.
+struct Change {
+    const char* rowName;
+    const Family& family;
+    ChangedValue value;
+};
+
+/// Prints a changed value as the command line that would have changed it. Runs on the event listener's thread. The
+/// value is of the kind that the family's leaf holds.
+using Printer = void (*)(const Change& change);
 
 /// The one reply to anything that a command refuses: "Command FAILED: (line)".
 void reject(const char* line);
@@ -32,6 +42,10 @@ inline void reject(const Command& command) { reject(command.line); }
 /// "name value": the form of most confirmations, "sta" replies and feedback lines.
 void printSetting(const char* rowName, const char* value);
 void printSetting(const char* rowName, int value);
+
+/// The printers of most texts and numbers: the same form.
+void printText(const Change& change);
+void printInteger(const Change& change);
 
 /// "name[value]".
 void printBracketed(const char* rowName, const char* value);

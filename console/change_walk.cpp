@@ -72,8 +72,9 @@ void walkChangedJson(json_token* changes, const char* category, LineTurns& turns
 void cipProcJson(const char* matchText, const ChangedValue& value, ChangeTurn& turn) {
     if (!isAnnounced(matchText)) return;
     if (const CommandEntry* entry = findLeaf(matchText)) {
+        if (entry->family.printer == nullptr) return;
         turn.take();
-        return entry->feedback(entry->name, value);
+        return entry->family.printer({entry->name, entry->family, value});
     }
     if (isLogged(LOG_LEVEL_ERROR)) __printLog(LOG_LEVEL_ERROR, "[%s] Cant find command\r\n", "cipProcJson");
 }

@@ -12,5 +12,5 @@ void dispatchCommand(const char* line) {
     const char* argument = skipSpaces(start + entry->compareLength());
     const bool broadcast = isBroadcastOn();
     if (broadcast) awaitListener();
-    entry->action({start, entry->name, argument, broadcast, entry->leaf});
+    entry->family.action({start, entry->name, argument, broadcast, entry->leaf, entry->family});
 }

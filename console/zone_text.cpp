@@ -2,7 +2,7 @@
 
 #include "command/command.h"
 #include "platform/lpc.h"
-#include "text/replace_all.h"
+#include "text/owned_text.h"
 #include "text/text.h"
 
 #include <unistd.h>
@@ -23,9 +23,9 @@ void writeReply(const Reply& reply) {
 }
 
 /// The brackets follow the word at once: with a space in between the text is refused, which is meant.
-bool isBracketed(const char* text, std::size_t length) {
-    return length >= wordLength + 2 && length <= wordLength + longestBracketText && text[wordLength] == '[' &&
-           text[length - 1] == ']';
+bool isZoneCommand(const char* text, std::size_t length) {
+    return length >= wordLength && length <= wordLength + longestBracketText &&
+           isBracketed(text + wordLength, length - wordLength);
 }
 
 /// " 41 42" for the bytes between the brackets.
@@ -74,7 +74,7 @@ void ZoneText::finish() {
 void ZoneText::forward(std::size_t length) const {
     const char* text = zoneBuffer_.c_str();
     Reply reply;
-    if (!zoneBuffer_.isCut() && isBracketed(text, length)) {
+    if (!zoneBuffer_.isCut() && isZoneCommand(text, length)) {
         if (!sendToZone(encodeBytes(text, length))) return std::perror("lpc_proxy_call");
         reply.append(text, length);
         reply.append("\r\n");

@@ -1,6 +1,7 @@
 #include "settings/integer_setting.h"
 
 #include "settings/change_lock.h"
+#include "settings/write_path.h"
 #include "text/text.h"
 
 #include <algorithm>
@@ -12,14 +13,15 @@ void reportInteger(const Command& command) {
     if (stored) printSetting(command.rowName, *stored);
 }
 
-void changeInteger(const Command& command, std::optional<int> value, Range range) {
-    if (!value || !range.holds(*value)) return reject(command);
+void changeInteger(const Command& command, std::optional<int> value) {
+    if (!value || !command.family.range.holds(*value)) return reject(command);
     if (writeInteger(command, *value)) printSetting(command.rowName, *value);
 }
 
-void stepInteger(const Command& command, int step, Range range) {
+void stepInteger(const Command& command, int step) {
     ChangeLock lock;
     if (!lock) return reject(command);
+    const Range& range = command.family.range;
     const long long wanted = 0LL + readInteger(command.leaf).value_or(0) + step;
     const auto value = static_cast<int>(std::clamp<long long>(wanted, range.first, range.last));
     const bool isShown = value != wanted || writeInteger(command, value);
@@ -29,16 +31,16 @@ void stepInteger(const Command& command, int step, Range range) {
 
 }  // namespace
 
-void setInteger(const Command& command, Range range, Gate gate) {
+void setInteger(const Command& command) {
     if (isEmpty(command.argument)) return reject(command);
     if (equals(command.argument, "sta")) return reportInteger(command);
-    if (gate != nullptr && !gate()) return reject(command);
-    changeInteger(command, parseDecimal(command.argument), range);
+    if (!isOpen(command.family.gate)) return reject(command);
+    changeInteger(command, parseDecimal(command.argument));
 }
 
-void setSteppedInteger(const Command& command, Range range) {
+void setSteppedInteger(const Command& command) {
     if (equals(command.argument, "sta")) return reportInteger(command);
-    if (equals(command.argument, "+")) return stepInteger(command, +1, range);
-    if (equals(command.argument, "-")) return stepInteger(command, -1, range);
-    changeInteger(command, parseSignedDecimal(command.argument), range);
+    if (equals(command.argument, "+")) return stepInteger(command, +1);
+    if (equals(command.argument, "-")) return stepInteger(command, -1);
+    changeInteger(command, parseSignedDecimal(command.argument));
 }

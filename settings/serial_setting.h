@@ -1,7 +1,7 @@
 /// The line parameters of the serial interfaces: baud rate, data bits, parity and stop bits in one step.
 #pragma once
 
-#include "command/command.h"
+#include "command/family.h"
 
 #include <array>
 
@@ -28,6 +28,11 @@ void setSerialPort(const Command& command) {
 }
 
 template <const SerialPort& port>
-void printSerialPort(const char* rowName, const ChangedValue& /*value*/) {
-    printSerialPort(rowName, port);
+void printSerialPort(const Change& change) {
+    printSerialPort(change.rowName, port);
 }
+
+/// The row's leaf is the baud rate of the port, whose change shows all four.
+template <const SerialPort& port>
+inline constexpr Family serialPort{
+    .action = setSerialPort<port>, .printer = printSerialPort<port>, .kind = LeafKind::number};

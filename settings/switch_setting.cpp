@@ -1,25 +1,52 @@
 #include "settings/switch_setting.h"
 
+#include "settings/write_path.h"
 #include "text/text.h"
 
 namespace {
 
-void reportSwitch(const Command& command, const SwitchRules& rules) {
-    const std::optional<int> stored = readBoolean(command.leaf);
-    if (stored == 0 || stored == 1) printSetting(command.rowName, onOff((*stored == 1) != rules.inverted));
+bool isTrue(const Word& word) { return equals(word.stored, "true"); }
+
+void printTruthValue(const char* rowName, int value, const Family& family) {
+    for (const Word& word : family.words) {
+        if (value == isTrue(word)) printSetting(rowName, word.typed);
+    }
 }
 
-void changeSwitch(Command command, bool on, const SwitchRules& rules) {
-    command.broadcast = command.broadcast || rules.neverConfirms;
-    if (writeBoolean(command, on != rules.inverted)) printSetting(command.rowName, onOff(on));
+void reportSwitch(const Command& command) {
+    const std::optional<int> stored = readBoolean(command.leaf);
+    if (stored) printTruthValue(command.rowName, *stored, command.family);
+}
+
+/// The word that was typed; null for anything else, which includes every word while the gate is closed.
+const Word* typedWord(const Command& command) {
+    for (const Word& word : command.family.words) {
+        if (equals(command.argument, word.typed)) return isOpen(command.family.gate) ? &word : nullptr;
+    }
+    return nullptr;
 }
 
 }  // namespace
 
-void setSwitch(const Command& command, const SwitchRules& rules) {
-    if (equals(command.argument, "sta")) return reportSwitch(command, rules);
-    const bool on = equals(command.argument, "on");
-    if (!on && !equals(command.argument, "off")) return reject(command);
-    if (rules.gate != nullptr && !rules.gate()) return reject(command);
-    changeSwitch(command, on, rules);
+bool changeSwitch(const Command& command) {
+    const Word* word = typedWord(command);
+    if (equals(command.argument, "sta")) {
+        reportSwitch(command);
+    } else if (word == nullptr) {
+        reject(command);
+    } else if (writeBoolean(command, isTrue(*word))) {
+        printSetting(command.rowName, word->typed);
+        return true;
+    }
+    return false;
 }
+
+void setSwitch(const Command& command) { changeSwitch(command); }
+
+void setUnconfirmedSwitch(const Command& command) {
+    Command announced = command;
+    announced.broadcast = true;
+    setSwitch(announced);
+}
+
+void printSwitch(const Change& change) { printTruthValue(change.rowName, change.value.number, change.family); }

@@ -1,20 +1,31 @@
 /// Settings with the words "on", "off" and "sta" over a stored truth value.
 #pragma once
 
-#include "command/command.h"
-#include "settings/write_path.h"
+#include "command/family.h"
 
-struct SwitchRules {
-    bool inverted = false;       ///< "on" stores false
-    bool neverConfirms = false;  ///< acts as with broadcast on whatever it is: only the listener shows the change
-    Gate gate = nullptr;         ///< asked before a change
-};
+void setSwitch(const Command& command);
 
-inline constexpr SwitchRules straightSwitch{};
+/// The same; returns true when a change has been confirmed here.
+bool changeSwitch(const Command& command);
 
-void setSwitch(const Command& command, const SwitchRules& rules);
+/// Never confirms itself, not even with broadcast off; the listener prints the change.
+void setUnconfirmedSwitch(const Command& command);
 
-template <const SwitchRules& rules = straightSwitch>
-void setSwitch(const Command& command) {
-    setSwitch(command, rules);
-}
+/// Shows 1 and 0, and nothing for any other number.
+void printSwitch(const Change& change);
+
+inline constexpr Word straightWords[] = {{"on", "true"}, {"off", "false"}};
+inline constexpr Word invertedWords[] = {{"on", "false"}, {"off", "true"}};
+
+inline constexpr Family onOffSwitch{
+    .action = setSwitch, .printer = printSwitch, .kind = LeafKind::truthValue, .words = straightWords};
+
+inline constexpr Family invertedSwitch{
+    .action = setSwitch, .printer = printSwitch, .kind = LeafKind::truthValue, .words = invertedWords};
+
+inline constexpr Family unconfirmedSwitch{
+    .action = setUnconfirmedSwitch, .printer = printSwitch, .kind = LeafKind::truthValue, .words = straightWords};
+
+template <Gate gate>
+inline constexpr Family gatedSwitch{
+    .action = setSwitch, .printer = printSwitch, .kind = LeafKind::truthValue, .words = straightWords, .gate = gate};

@@ -8,18 +8,8 @@
 
 namespace {
 
-constexpr std::size_t longestLabel = 30;
-
 /// The longest text that any of these settings keeps.
 using TypedText = FixedText<64>;
-
-TypedText firstBytes(const char* text, std::size_t length) {
-    TypedText bytes;
-    bytes.append(text, std::min(length, std::strlen(text)));
-    return bytes;
-}
-
-bool isBracketed(const char* text) { return *text == '[' && text[std::strlen(text) - 1] == ']'; }
 
 }  // namespace
 
@@ -35,20 +25,15 @@ void setAddress(const Command& command) {
     if (writeText(command, command.argument)) printSetting(command.rowName, command.argument);
 }
 
-void setLabel(const Command& command) {
-    if (!isBracketed(command.argument)) return reject(command);
-    const char* text = command.argument + 1;
-    const TypedText label = firstBytes(text, std::min(std::strcspn(text, "]"), longestLabel));
-    if (writeText(command, label.c_str())) printBracketed(command.rowName, label.c_str());
-}
-
-void setCutText(const Command& command, std::size_t limit) {
+void setCutText(const Command& command) {
     if (isEmpty(command.argument)) return reject(command);
-    const TypedText text = firstBytes(command.argument, limit);
+    TypedText text;
+    const auto longest = static_cast<std::size_t>(command.family.range.last);
+    text.append(command.argument, std::min(std::strlen(command.argument), longest));
     if (writeText(command, text.c_str())) printSetting(command.rowName, text.c_str());
 }
 
-void setShortText(const Command& command, std::size_t limit) {
-    if (std::strlen(command.argument) > limit) return reject(command);
+void setShortText(const Command& command) {
+    if (std::strlen(command.argument) > static_cast<std::size_t>(command.family.range.last)) return reject(command);
     if (writeText(command, command.argument)) printBracketed(command.rowName, command.argument);
 }

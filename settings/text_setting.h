@@ -1,31 +1,29 @@
-/// Settings that store a text as it was typed.
+/// Settings that store a text as it was typed. Those without "sta" say so by their family alone.
 #pragma once
 
-#include "command/command.h"
-
-#include <cstddef>
+#include "command/family.h"
 
 /// A dotted address in any form that the standard parser takes, or "sta".
 void setAddress(const Command& command);
 
-/// A text in brackets up to the first "]", cut to 30 bytes without a word.
-void setLabel(const Command& command);
+/// Any text but the empty one; more than the family's range is cut off without a word. There is no "sta".
+void setCutText(const Command& command);
 
-/// Any text but the empty one, cut to `limit` bytes without a word. There is no "sta".
-void setCutText(const Command& command, std::size_t limit);
-
-/// Any text of at most `limit` bytes, the empty one included. There is no "sta".
-void setShortText(const Command& command, std::size_t limit);
+/// Any text of a length within the family's range. There is no "sta".
+void setShortText(const Command& command);
 
 /// Shows the stored text whatever the argument.
 void reportText(const Command& command);
 
-template <std::size_t limit>
-void setCutText(const Command& command) {
-    setCutText(command, limit);
-}
+inline constexpr Family dottedAddress{.action = setAddress, .printer = printText, .kind = LeafKind::text};
 
-template <std::size_t limit>
-void setShortText(const Command& command) {
-    setShortText(command, limit);
-}
+template <int longest>
+inline constexpr Family cutText{
+    .action = setCutText, .printer = printText, .kind = LeafKind::text, .range = {1, longest}};
+
+template <int longest>
+inline constexpr Family shortText{
+    .action = setShortText, .printer = printText, .kind = LeafKind::text, .range = {0, longest}};
+
+/// Another row of the same leaf prints its changes.
+inline constexpr Family textReport{.action = reportText, .kind = LeafKind::text};

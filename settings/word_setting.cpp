@@ -1,39 +1,47 @@
 #include "settings/word_setting.h"
 
+#include "settings/write_path.h"
 #include "text/text.h"
 
 namespace {
 
-const char* storedForm(const Word& word) { return word.stored != nullptr ? word.stored : word.typed; }
-
-const char* confirmedForm(const Word& word) { return word.confirmed != nullptr ? word.confirmed : word.typed; }
-
-void reportAsTyped(const Command& command, const char* stored, const WordRules& rules) {
-    for (const Word& word : rules.words) {
-        if (equals(stored, storedForm(word))) return printSetting(command.rowName, word.typed);
+/// The word that is stored as `stored`; null for a text that belongs to none.
+const Word* findStored(const Family& family, const char* stored) {
+    for (const Word& word : family.words) {
+        if (equals(stored, word.storedForm())) return &word;
     }
-    reject(command);
+    return nullptr;
 }
 
-void reportWord(const Command& command, const WordRules& rules) {
+void reportWord(const Command& command, WordStatus status) {
     const OwnedText stored = readText(command.leaf);
     if (!stored) return;
-    if (rules.status == WordStatus::asTyped) return reportAsTyped(command, stored.get(), rules);
-    printSetting(command.rowName, stored.get());
+    if (status == WordStatus::asStored) return printSetting(command.rowName, stored.get());
+    const Word* word = findStored(command.family, stored.get());
+    if (word == nullptr) return reject(command);
+    printSetting(command.rowName, word->typed);
 }
 
 void changeWord(const Command& command, const Word& word, const WordRules& rules) {
-    if (rules.gate != nullptr && !rules.gate()) return reject(command);
-    const WriteRules writeRules{rules.reportWriteFailure, word.publishFailureText};
-    if (writeText(command, storedForm(word), writeRules)) rules.confirm(command.rowName, confirmedForm(word));
+    if (!isOpen(command.family.gate)) return reject(command);
+    const WriteRules writeRules{rules.perrorsWriteFailure ? perrorWriteFailure : logWriteFailure,
+                                word.publishFailureText};
+    if (!writeText(command, word.storedForm(), writeRules)) return;
+    if (rules.isConfirmedInBrackets) return printBracketed(command.rowName, word.confirmedForm());
+    printSetting(command.rowName, word.confirmedForm());
 }
 
 }  // namespace
 
 void setWord(const Command& command, const WordRules& rules) {
-    if (rules.status != WordStatus::none && equals(command.argument, "sta")) return reportWord(command, rules);
-    for (const Word& word : rules.words) {
+    if (rules.status != WordStatus::none && equals(command.argument, "sta")) return reportWord(command, rules.status);
+    for (const Word& word : command.family.words) {
         if (equals(command.argument, word.typed)) return changeWord(command, word, rules);
     }
     reject(command);
+}
+
+void printWord(const Change& change) {
+    const Word* word = findStored(change.family, change.value.text);
+    if (word != nullptr) printSetting(change.rowName, word->typed);
 }

@@ -31,6 +31,3 @@ bool writeText(const Command& command, const char* value, const WriteRules& rule
 
 /// Writes `document` alone: true when the store took it; a document that was cut is never sent.
 bool updateSettings(const Document& document);
-
-/// A question that a row asks before it changes anything: true lets the change through.
-using Gate = bool (*)();

@@ -5,9 +5,9 @@
 #include "platform/lpc.h"
 #include "platform/user_config.h"
 #include "settings/change_lock.h"
-#include "system/words.h"
 #include "text/fixed_text.h"
 #include "text/text.h"
+#include "text/words.h"
 
 #include <algorithm>
 #include <cctype>
@@ -113,7 +113,7 @@ void listUsers() {
 }
 
 /// What came of a change of the accounts.
-enum class Change {
+enum class Outcome {
     made,
     refused,
     failed,  ///< and it has been reported where failures are
@@ -173,46 +173,46 @@ bool copyOthers(json_token* from, json_token* to, const char* name) {
 
 /// Adds an account as one step among all consoles. The order to the system service is part of it, so that the SSH users
 /// change in the same order as the accounts; its answer is not.
-Change addAccount(const char* typed, SshOrder& order) {
+Outcome addAccount(const char* typed, SshOrder& order) {
     const ChangeLock lock;
-    if (!lock) return Change::refused;
+    if (!lock) return Outcome::refused;
     const OwnedToken accounts = readAccounts();
     if (!accounts) {
         logTokenFailure();
-        return Change::failed;
+        return Outcome::failed;
     }
     const int position = countUsers(accounts.get());
     const Words<2> words(typed, " ");
-    if (position >= accountLimit || words.count() != 2 || !isAlphanumeric(words[1])) return Change::refused;
-    if (isTaken(accounts.get(), words[0])) return Change::refused;
+    if (position >= accountLimit || words.count() != 2 || !isAlphanumeric(words[1])) return Outcome::refused;
+    if (isTaken(accounts.get(), words[0])) return Outcome::refused;
     json_token* entry = json_token_new_object();
     putUser(entry, {}, {words[0], words[1]}, "Guest");
     json_token* users = json_token_object_walk_get_array(accounts.get(), "account.users");
     reportSetFailure(json_token_array_put(users, position, entry));
     user_config_update(json_token_to_string(accounts.get()));
     order = orderSshUser(json_token_object_walk_get_object(accounts.get(), userPath(position).c_str()));
-    return Change::made;
+    return Outcome::made;
 }
 
 /// Deletes an account in the same way. `callError`: the errno of the call to the system service, 0 for one that it
 /// answered.
-Change deleteAccount(const char* name, int& callError) {
+Outcome deleteAccount(const char* name, int& callError) {
     const ChangeLock lock;
-    if (!lock) return Change::refused;
+    if (!lock) return Outcome::refused;
     const OwnedToken accounts = readAccounts();
     if (!accounts) {
         std::perror("json_token_new_object");
-        return Change::failed;
+        return Outcome::failed;
     }
     const OwnedToken others = makeAccounts();
     if (!others) {
         logTokenFailure();
-        return Change::failed;
+        return Outcome::failed;
     }
-    if (isRoot(name) || !copyOthers(accounts.get(), others.get(), name)) return Change::refused;
+    if (isRoot(name) || !copyOthers(accounts.get(), others.get(), name)) return Outcome::refused;
     user_config_update(json_token_to_string(others.get()));
     callError = lpc_proxy_call("systemd", "sshDelUser", name) == 0 ? 0 : errno;
-    return Change::made;
+    return Outcome::made;
 }
 
 }  // namespace
@@ -222,9 +222,9 @@ void addUser(const Command& command) {
     if (equals(command.argument, "sta")) return listUsers();
     if (std::strlen(command.line) >= lineRoom) return reject(command);
     SshOrder order;
-    const Change change = addAccount(command.argument, order);
-    if (change == Change::refused) reject(command);
-    if (change != Change::made) return;
+    const Outcome outcome = addAccount(command.argument, order);
+    if (outcome == Outcome::refused) reject(command);
+    if (outcome != Outcome::made) return;
     printLine(command.line);
     reportSshUser(command, order);
 }
@@ -233,9 +233,9 @@ void deleteUser(const Command& command) {
     if (isEmpty(command.argument)) return reject(command);
     if (std::strlen(command.line) >= lineRoom) return reject(command);
     int callError = 0;
-    const Change change = deleteAccount(command.argument, callError);
-    if (change == Change::refused) reject(command);
-    if (change != Change::made) return;
+    const Outcome outcome = deleteAccount(command.argument, callError);
+    if (outcome == Outcome::refused) reject(command);
+    if (outcome != Outcome::made) return;
     printLine(command.line);
     if (callError != 0) reportCallFailure(callError);
     printLine("TCP/IP user was deleted");

@@ -3,9 +3,8 @@
 #include "platform/user_status.h"
 #include "settings/leaf.h"
 #include "system/factory_text.h"
-#include "system/words.h"
-#include "text/replace_all.h"
 #include "text/text.h"
+#include "text/words.h"
 
 #include <cstdio>
 

@@ -1,7 +1,7 @@
 /// The production commands: a row's leaf is the key of its factory text.
 #pragma once
 
-#include "command/command.h"
+#include "command/family.h"
 
 /// SQrnMac aa-bb-cc-dd-ee-ff: writes the MAC address, shows what was written and tells the status store. The address
 /// is kept with colons and shown with dashes.
@@ -18,3 +18,6 @@ void writeProductId(const Command& command);
 
 /// RQrnSN, RQrnVID, RQrnPID.
 void reportFactoryText(const Command& command);
+
+template <Action action>
+inline constexpr Family factoryData{.action = action, .kind = LeafKind::factoryKey};

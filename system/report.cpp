@@ -3,9 +3,9 @@
 #include "settings/leaf.h"
 #include "system/factory_text.h"
 #include "system/network_leaves.h"
-#include "system/uptime.h"
 #include "text/text.h"
 
+#include <cmath>
 #include <cstdio>
 #include <sys/time.h>
 
@@ -120,4 +120,13 @@ void reportVersion(const Command& command) {
 void reportModel(const Command& command) {
     if (!isEmpty(command.argument)) return reject(command);
     printSource({readStatusText, R"({"device":{"modelName":"%s"}})"});
+}
+
+FixedText<64> formatUptime(double seconds) {
+    constexpr double longest = 1e15;
+    // The comparison is false for what is not a number, too.
+    const auto t = static_cast<long long>(std::fabs(seconds) < longest ? seconds : 0);
+    FixedText<64> text;
+    text.appendFormat("%02lld %02lld:%02lld:%02lld", t / 86400, t % 86400 / 3600, t % 3600 / 60, t % 60);
+    return text;
 }

@@ -1,4 +1,4 @@
-/// A text that a store or factory data allocated and the receiver frees.
+/// A text on the heap, which its holder frees.
 #pragma once
 
 #include <cstdlib>
@@ -10,3 +10,7 @@ struct FreeText {
 
 /// Empty (null) where nothing could be read.
 using OwnedText = std::unique_ptr<char, FreeText>;
+
+/// A copy of `text` in which every occurrence of `from` stands as `to`, scanned from the left; what was put in is not
+/// scanned again. An empty `from` occurs nowhere. Null when memory ran out.
+OwnedText replaceAll(const char* text, const char* from, const char* to);

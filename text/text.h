@@ -12,6 +12,12 @@ inline bool startsWith(const char* text, const char* prefix) {
     return std::strncmp(text, prefix, std::strlen(prefix)) == 0;
 }
 
+/// True for a text that begins with "[" and ends with "]".
+inline bool isBracketed(const char* text, std::size_t length) {
+    return length >= 2 && text[0] == '[' && text[length - 1] == ']';
+}
+inline bool isBracketed(const char* text) { return isBracketed(text, std::strlen(text)); }
+
 /// First character that is not a space (0x20); tabs count as text.
 const char* skipSpaces(const char* text);
 

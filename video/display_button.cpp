@@ -1,9 +1,9 @@
 #include "video/display_button.h"
 
+#include "command/service_call.h"
 #include "platform/event_bus.h"
 #include "settings/change_lock.h"
 #include "settings/write_path.h"
-#include "video/cec_trigger.h"
 #include "video/trigger.h"
 
 namespace {
@@ -49,6 +49,8 @@ void setPower(const Command& command) {
     printSetting(command.rowName, word);
 }
 
+void callCec(const char* word) { callService("intermcud", "TrigCEC", word); }
+
 void sendToDisplay(const SentWord& sent) {
     const OwnedText type = readText(R"({"control":{"displayControl":{"output1":{"controlType":"%s"}}}})");
     if (!type) return;
@@ -67,6 +69,17 @@ void pressDisplayButton(const Command& command) {
     }
     for (const SentWord& sent : sentWords) {
         if (equals(command.argument, sent.word)) return sendToDisplay(sent);
+    }
+    reject(command);
+}
+
+void triggerCec(const Command& command) {
+    for (const Word& word : command.family.words) {
+        if (!equals(command.argument, word.typed)) continue;
+        callCec(command.argument);
+        publishChange(fillText(command.leaf, command.argument));
+        if (!command.broadcast) printSetting(command.rowName, command.argument);
+        return;
     }
     reject(command);
 }

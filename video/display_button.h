@@ -1,8 +1,16 @@
-/// The button that stands for the display's own: power, mute and volume over the configured control type.
+/// The button that stands for the display's own, and the CEC commands that are stored for the display.
 #pragma once
 
-#include "command/command.h"
+#include "command/family.h"
 
-/// "on", "off" and "tog" store the power word and confirm it, on all consoles when broadcast is on; "sta" shows it.
-/// "mute", "vol+" and "vol-" send the stored string, or with CEC the word.
+/// DispBtn: "on", "off" and "tog" store the power word and confirm it, on all consoles when broadcast is on; "sta"
+/// shows it. "mute", "vol+" and "vol-" send the stored string of the configured control type, or with CEC the word.
 void pressDisplayButton(const Command& command);
+
+/// TrigCEC on | off | vol+ | vol- | mute: has the inter-MCU daemon send the command of the word and announces the word
+/// without storing it. A failed call goes to standard error.
+void triggerCec(const Command& command);
+
+inline constexpr Word cecWords[] = {{"on"}, {"off"}, {"vol+"}, {"vol-"}, {"mute"}};
+inline constexpr Family cecTrigger{
+    .action = triggerCec, .printer = printText, .kind = LeafKind::text, .words = cecWords};

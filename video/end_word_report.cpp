@@ -17,16 +17,16 @@ constexpr EndName endNames[] = {
     {"mute", "mute"}, {"fbkon", "feedbackOn"}, {"fbkoff", "feedbackOff"}, {"fbkmute", "feedbackMute"},
 };
 
-bool isBracketed(const char* argument, const char* word) {
+bool holds(const char* argument, const char* word) {
     const std::size_t length = std::strlen(word);
-    return argument[0] == '[' && strncasecmp(argument + 1, word, length) == 0 && equals(argument + 1 + length, "]");
+    return isBracketed(argument) && std::strlen(argument) == length + 2 && strncasecmp(argument + 1, word, length) == 0;
 }
 
 }  // namespace
 
 void reportEndWord(const Command& command) {
     for (const EndName& name : endNames) {
-        if (!isBracketed(command.argument, name.word)) continue;
+        if (!holds(command.argument, name.word)) continue;
         const OwnedText end = readTriggerText("end", name.key);
         if (end) std::printf("SetEnd %s[%s]\r\n", name.word, end.get());
         return;

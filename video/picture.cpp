@@ -1,6 +1,8 @@
 #include "video/picture.h"
 
+#include "command/log.h"
 #include "settings/change_lock.h"
+#include "settings/write_path.h"
 #include "text/text.h"
 
 #include <cstdio>
@@ -8,19 +10,25 @@
 namespace {
 
 /// Prints indexes and names in one piece, into which nothing else comes.
-void printList(std::span<const char* const> names, const char* title, const char* format) {
+void printList(std::span<const Word> words, const char* title, const char* format) {
     FixedText<1024> list;
     list.append(title);
     int index = 0;
-    for (const char* name : names) list.appendFormat(format, index++, name);
+    for (const Word& word : words) list.appendFormat(format, index++, word.stored);
     std::fputs(list.c_str(), stdout);
 }
 
 }  // namespace
 
+bool readScalerModeStatus() {
+    const std::optional<int> mode = readBoolean(R"({"video":{"vidProcess":{"scaler":{"scalerMode":%s}}}})");
+    if (mode && isLogged(LOG_LEVEL_TRACE)) __printLog(LOG_LEVEL_TRACE, "[%s] scalerMode=%d\r\n", __func__, *mode);
+    return mode == 1;
+}
+
 void resetPicture(const Command& command) {
     if (!isEmpty(command.argument)) return reject(command);
-    if (!readScalerModeStatus()) return printLine("Command FAILED");  // without the line, unlike all others
+    if (!isOpen(command.family.gate)) return printLine("Command FAILED");  // without the line, unlike all others
     ChangeLock lock;
     if (!lock) return reject(command);
     const int counter = readInteger(command.leaf).value_or(0);
@@ -44,4 +52,15 @@ void listPreferredTimings(const Command& command) {
     printList(preferredTimings, "", "%02d    %s\r\n");
 }
 
-void printOutputResolutions() { printList(outputResolutions, "index \t format\r\n", "\t%02d\t%s\r\n"); }
+void setOutputResolution(const Command& command) {
+    if (!equals(command.argument, "list")) return setWord(command, shownByNumber);
+    if (!isOpen(command.family.gate)) return reject(command);
+    printList(command.family.words, "index \t format\r\n", "\t%02d\t%s\r\n");
+}
+
+void printName(const Change& change) { printLine(change.rowName); }
+
+void printEdidMemory(const Change& change) {
+    const int memory = change.value.number;
+    if (memory >= 1 && memory <= 8) std::printf("%s mem%d\r\n", change.rowName, memory);
+}

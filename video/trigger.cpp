@@ -105,7 +105,3 @@ void sendTrigger(const Transport& transport, const Trigger& trigger) {
 }
 
 void ignoreTrigger(const Command& /*command*/) {}
-
-void printTrigger(const char* rowName, const ChangedValue& value) {
-    if (value.text != nullptr && !isEmpty(value.text)) printLine(rowName);
-}

@@ -50,6 +50,3 @@ void pullTrigger(const Command& command) {
 
 /// For the typed mute and volume rows: only the display button reaches these strings, their own rows do nothing.
 void ignoreTrigger(const Command& command);
-
-/// Prints the row's name, unless the text is empty.
-void printTrigger(const char* rowName, const ChangedValue& value);

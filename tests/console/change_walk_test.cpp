@@ -2,7 +2,7 @@
 
 #include "console/command_table.h"
 #include "host/store/defaults.h"
-#include "settings/feedback_printers.h"
+#include "settings/label.h"
 #include "settings/leaf.h"
 #include "tests/capture.h"
 #include "tests/fake_platform/fake_platform.h"
@@ -78,17 +78,17 @@ TEST(ChangeWalkTest, EveryLeafIsShownByTheFirstRowThatHoldsIt) {
 }
 
 TEST(LabelPrinterTest, TurnsCodesIntoCharacters) {
-    const auto label = [](const std::string& codes) {
-        return capture([&codes] { printLabel("L", {0, codes.c_str()}); });
+    const auto shown = [](const std::string& codes) {
+        return capture([&codes] { printLabel({"L", label, {0, codes.c_str()}}); });
     };
-    EXPECT_EQ(label("48 69") + label("  148   69 ") + label(""), "L[Hi]\r\nL[Hi]\r\nL[]\r\n");
-    EXPECT_EQ(label("48 0 69") + label("48 4G 69") + label("25 6E"), "L[H]\r\nL[H]\r\nL[%n]\r\n");
+    EXPECT_EQ(shown("48 69") + shown("  148   69 ") + shown(""), "L[Hi]\r\nL[Hi]\r\nL[]\r\n");
+    EXPECT_EQ(shown("48 0 69") + shown("48 4G 69") + shown("25 6E"), "L[H]\r\nL[H]\r\nL[%n]\r\n");
     // A percent sign is settled before the codes are read.
-    EXPECT_EQ(label("4%d8") + label("48 %5$n") + label("%%") + label("48%") + label("%"),
+    EXPECT_EQ(shown("4%d8") + shown("48 %5$n") + shown("%%") + shown("48%") + shown("%"),
               "L[H]\r\nL[H]\r\nL[]\r\nL[H]\r\nL[]\r\n");
     std::string longLabel;
     for (int i = 0; i < 300; ++i) longLabel += "41 ";
-    EXPECT_EQ(label(longLabel), "L[" + std::string(85, 'A') + "]\r\n");
+    EXPECT_EQ(shown(longLabel), "L[" + std::string(85, 'A') + "]\r\n");
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
 #include "console/dispatcher.h"
-#include "system/maintenance.h"
-#include "system/uptime.h"
+#include "system/orders.h"
+#include "system/report.h"
 #include "tests/capture.h"
 #include "tests/fake_platform/fake_platform.h"
 

@@ -145,7 +145,7 @@ TEST_F(Triggers, ARequestThatDoesNotFitIsAFailedCall) {
 TEST_F(Triggers, EndWordsAreShownInBrackets) {
     store("volumePlus", "", "CR-LF");
     const auto show = [](const char* argument) {
-        return capture([&] { reportEndWord({"line", "row", argument, true, ""}); });
+        return capture([&] { reportEndWord({"line", "row", argument, true, "", order<reportEndWord>}); });
     };
     EXPECT_EQ(show("[VOL+]"), "SetEnd vol+[CR-LF]\r\n");
     EXPECT_EQ(show("[fbkOn]"), "SetEnd fbkon[LF]\r\n");

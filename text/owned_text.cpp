@@ -1,4 +1,4 @@
-#include "text/replace_all.h"
+#include "text/owned_text.h"
 
 #include <algorithm>
 #include <cstring>

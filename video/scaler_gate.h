@@ -1,5 +1,0 @@
-#pragma once
-
-/// True while the output runs through the scaler, when picture adjustments make sense; false also when the setting
-/// cannot be read.
-bool readScalerModeStatus();
