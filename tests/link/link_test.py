@@ -1,5 +1,8 @@
 #!/usr/bin/env python3
-"""The program needs nothing but what platform/*.h declares, json-c, libc and pthreads, and the headers are plain C."""
+"""The program needs nothing but what platform/*.h declares, json-c, libc and pthreads, and the headers are plain C.
+
+--stub FILE only writes, in C, a device that does nothing.
+"""
 
 import argparse
 import pathlib
@@ -37,11 +40,16 @@ def runtime(compiler):
 def main():
     arguments = argparse.ArgumentParser(description=__doc__)
     arguments.add_argument("--headers", type=pathlib.Path, required=True)
-    arguments.add_argument("--compiler", required=True)
-    arguments.add_argument("--json-c", required=True)
-    arguments.add_argument("objects", nargs="+")
+    arguments.add_argument("--compiler")
+    arguments.add_argument("--json-c")
+    arguments.add_argument("--stub", type=pathlib.Path)
+    arguments.add_argument("objects", nargs="*")
     options = arguments.parse_args()
     headers = sorted(options.headers.glob("*.h"))
+    if options.stub:
+        names = sorted(set.union(*map(declared, headers)))
+        options.stub.write_text("".join(f"long {name}(void) {{ return 0; }}\n" for name in names))
+        return 0
     for header in headers:
         subprocess.run([options.compiler, "-std=c11", "-Wall", "-Wextra", "-Werror", "-fsyntax-only", "-I",
                         options.headers.parent, "-x", "c", header], check=True)
