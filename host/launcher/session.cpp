@@ -36,10 +36,11 @@ constexpr auto mostTalking = 3s;
 
 }  // namespace
 
-Session::Session(EventLoop& loop, Peer peer, ConsoleProcess console, TelnetStream::Kind kind, Farewells& farewells,
-                 milliseconds peerPatience, Callback onOver)
+Session::Session(EventLoop& loop, Peer peer, ConsoleProcess console, TelnetStream::Kind kind, Observers& observers,
+                 Farewells& farewells, milliseconds peerPatience, Callback onOver)
     : stream_(kind),
       peer_(std::move(peer)),
+      observation_(observers, peer_),
       console_(std::move(console)),
       farewells_(farewells),
       onOver_(std::move(onOver)),
@@ -76,6 +77,7 @@ Channel::Handlers Session::consoleHandlers() {
 void Session::toConsole(const std::string& typed) {
     fromPeer_->send(stream_.takeReplies());
     if (!fromConsole_) return;
+    observation_.typed(typed);
     fromConsole_->send(typed);
     if (fromConsole_->waiting() > mostForConsole) fromPeer_->pauseInput();
 }

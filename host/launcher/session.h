@@ -3,6 +3,7 @@
 
 #include "host/launcher/console_process.h"
 #include "host/launcher/farewells.h"
+#include "host/launcher/observers.h"
 #include "host/launcher/peer.h"
 #include "host/launcher/telnet_stream.h"
 #include "host/loop/channel.h"
@@ -18,8 +19,8 @@ class Session {
   public:
     /// `peerPatience` is how long a peer may take nothing of its waiting output. `onOver` is called once, when isOver()
     /// has become true; it must not destroy the session.
-    Session(EventLoop& loop, Peer peer, ConsoleProcess console, TelnetStream::Kind kind, Farewells& farewells,
-            std::chrono::milliseconds peerPatience, Callback onOver);
+    Session(EventLoop& loop, Peer peer, ConsoleProcess console, TelnetStream::Kind kind, Observers& observers,
+            Farewells& farewells, std::chrono::milliseconds peerPatience, Callback onOver);
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 
@@ -57,6 +58,7 @@ class Session {
 
     TelnetStream stream_;
     Peer peer_;
+    Observation observation_;
     ConsoleProcess console_;
     Farewells& farewells_;
     Callback onOver_;

@@ -15,6 +15,7 @@ Sessions::Sessions(EventLoop& loop, const LaunchOptions& options)
     : loop_(loop),
       options_(options),
       farewells_(loop),
+      observers_(loop),
       sweep_(loop, [this] { sweep(); }),
       childWatch_(loop, SIGCHLD, [this] { reap(); }) {}
 
@@ -28,7 +29,7 @@ void Sessions::admit(Peer peer, const ConsolePort& port) {
     preparePeerSocket(peer.socket.get());
     // A session says that it is over from within its own handlers; it is forgotten when they have returned.
     const auto sweepSoon = [this] { sweep_.start(0ms); };
-    sessions_.emplace_back(loop_, std::move(peer), std::move(*console), port.kind, farewells_,
+    sessions_.emplace_back(loop_, std::move(peer), std::move(*console), port.kind, observers_, farewells_,
                            std::chrono::seconds(options_.peerPatience), sweepSoon);
 }
 

@@ -1,0 +1,106 @@
+#include "host/launcher/observers.h"
+
+#include "host/base/device_root.h"
+#include "host/base/unix_address.h"
+#include "host/bus/visible_text.h"
+
+#include <cstdio>
+#include <ctime>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace host {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto patience = 5s;
+constexpr std::size_t mostObservers = 8;
+constexpr std::size_t mostWaiting = 256 * 1024;
+constexpr std::size_t longestLine = 1024;
+
+UniqueFd listenAt(const std::string& path) {
+    const UnixAddress address(path);
+    UniqueFd socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
+    unlink(path.c_str());
+    const bool listens = bind(socket.get(), address.get(), address.size()) == 0 &&
+                         chmod(path.c_str(), S_IRUSR | S_IWUSR) == 0 && listen(socket.get(), mostObservers) == 0;
+    if (!listens) std::perror("launcher: observers");
+    return listens ? std::move(socket) : UniqueFd();
+}
+
+/// The port of the device that the peer came by.
+int portOf(const Peer& peer) {
+    sockaddr_storage own{};
+    socklen_t size = sizeof own;
+    getsockname(peer.socket.get(), reinterpret_cast<sockaddr*>(&own), &size);
+    const bool isIpv6 = own.ss_family == AF_INET6;
+    return ntohs(isIpv6 ? reinterpret_cast<const sockaddr_in6&>(own).sin6_port
+                        : reinterpret_cast<const sockaddr_in&>(own).sin_port);
+}
+
+std::string line(std::initializer_list<std::string> words) {
+    std::string text;
+    for (const std::string& word : words) text += (text.empty() ? "" : "\t") + word;
+    return text + "\n";
+}
+
+}  // namespace
+
+std::string observersPath() { return inRoot("sessions"); }
+
+Observers::Observers(EventLoop& loop) : loop_(loop), socket_(listenAt(observersPath())) {
+    if (socket_) watch_ = std::make_unique<ReadWatch>(loop, socket_.get(), [this] { admit(); });
+}
+
+void Observers::admit() {
+    UniqueFd socket(accept4(socket_.get(), nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC));
+    if (!socket || observers_.size() >= mostObservers) return;
+    const auto leave = [this, fd = socket.get()](Channel::End) { forget(fd); };
+    auto channel = std::make_unique<Channel>(loop_, socket.get(), patience,
+                                             Channel::Handlers{[](const std::string&) {}, [] {}, leave});
+    for (const Observation* observation : observations_) channel->send(observation->opening());
+    observers_.push_back({std::move(socket), std::move(channel)});
+}
+
+void Observers::tell(const std::string& line) {
+    for (const Observer& observer : observers_) observer.channel->send(line);
+    observers_.remove_if([](const Observer& observer) { return observer.channel->waiting() > mostWaiting; });
+}
+
+void Observers::forget(int socket) {
+    observers_.remove_if([socket](const Observer& observer) { return observer.socket.get() == socket; });
+}
+
+Observation::Observation(Observers& observers, const Peer& peer)
+    : observers_(observers),
+      id_(std::to_string(++observers.lastId_)),
+      opening_(line({"open", id_, std::to_string(portOf(peer)), peer.address, std::to_string(std::time(nullptr))})) {
+    observers_.observations_.push_back(this);
+    observers_.tell(opening_);
+}
+
+Observation::~Observation() {
+    observers_.observations_.remove(this);
+    observers_.tell(line({"close", id_}));
+}
+
+void Observation::typed(std::string_view bytes) {
+    if (!observers_.isWatched()) return line_.clear();
+    for (const char byte : bytes) {
+        if (byte == '\r' || byte == '\n') {
+            tellLine();
+        } else if (line_.size() < longestLine) {
+            line_ += byte;
+        }
+    }
+}
+
+void Observation::tellLine() {
+    if (!line_.empty()) observers_.tell(line({"typed", id_, visibleText(line_)}));
+    line_.clear();
+}
+
+}  // namespace host
