@@ -45,6 +45,12 @@ void Monitor::run() {
     processUntil(connection_.bus(), Deadline(std::chrono::years(100)), [] { return false; });
 }
 
+bool Monitor::reportWaiting() {
+    int handled = 1;
+    while (handled > 0) handled = sd_bus_process(connection_.bus(), nullptr);
+    return handled == 0 || failBus(handled);
+}
+
 /// Takes every message, so that sd-bus answers none of those that are meant for others.
 int Monitor::onMessage(sd_bus_message* message, void* self, sd_bus_error* /*error*/) {
     const char* text = readText(message);

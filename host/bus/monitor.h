@@ -27,6 +27,11 @@ class Monitor {
     /// Reports until the bus is gone; errno says why.
     void run();
 
+    /// For those who wait for other things, too: what to wait for, and what to do when it has input. False with errno
+    /// set when the bus is gone.
+    int descriptor() const { return connection_.descriptor(); }
+    bool reportWaiting();
+
   private:
     static int onMessage(sd_bus_message* message, void* self, sd_bus_error* error);
 
