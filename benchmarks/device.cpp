@@ -22,7 +22,8 @@ pid_t startSupervisor(const std::filesystem::path& program, const std::filesyste
     const pid_t pid = fork();
     if (pid != 0) return pid;
     dup2(output, STDOUT_FILENO);
-    execl(program.c_str(), "device", "--root", root.c_str(), "--port", "0", "--ports", "0,0,0", nullptr);
+    execl(program.c_str(), "device", "--root", root.c_str(), "--port", "0", "--ports", "0,0,0", "--panel", "0",
+          nullptr);
     std::perror(program.c_str());
     _exit(127);
 }

@@ -151,7 +151,7 @@ class Device(Server):
         self.start(*arguments)
 
     def start(self, *arguments):
-        command = [*self.prefix, os.environ["DEVICE"], "--root", self.root, *self.listening, *arguments]
+        command = [*self.prefix, os.environ["DEVICE"], "--root", self.root, *self.listening, "--panel", "0", *arguments]
         self.process = self.run(command, stdout=subprocess.PIPE, stderr=self.errors, text=True)
         self.wait_until_ready()
 

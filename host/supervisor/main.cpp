@@ -35,7 +35,7 @@ void holdSignals(int how) {
 }
 
 void warnIfExposed(const std::string& listen) {
-    if (listen.starts_with("127.") || listen == "::1") return;
+    if (isLoopback(listen)) return;
     std::fprintf(stderr, "device: warning: anyone who reaches %s can operate this device\n", listen.c_str());
 }
 
@@ -97,10 +97,12 @@ int main(int argc, char** argv) {
     host::holdSignals(SIG_BLOCK);
     std::optional<host::DeviceOptions> options = host::DeviceOptions::parse(argc, argv);
     if (!options) {
-        std::fprintf(stderr, "usage: %s [--root DIR] %s\n", argv[0], host::launchUsage);
+        std::fprintf(stderr, "usage: %s [--root DIR] [--panel PORT] [--panel-listen ADDR] %s\n", argv[0],
+                     host::launchUsage);
         return host::usageStatus;
     }
     host::warnIfExposed(options->launch.listen);
+    if (options->panelPort != 0) host::warnIfExposed(options->panelAddress());
     host::prepareEnvironment(options->root);
     return host::runDevice(*options);
 }

@@ -12,12 +12,19 @@ namespace host {
 struct DeviceOptions {
     std::string root = ".device";
     LaunchOptions launch;
+    int panelPort = 8323;            ///< 0 for no panel
+    std::string panelListen;         ///< empty: the loopback address that the consoles are on, or else 127.0.0.1
     bool isTelnetPortGiven = false;  ///< otherwise the stored one holds
 
     static std::optional<DeviceOptions> parse(int argc, char** argv);
 
     /// The same as arguments.
     std::vector<std::string> arguments() const;
+
+    std::string panelAddress() const;
 };
+
+/// Whether nothing but this machine reaches the numeric address.
+bool isLoopback(const std::string& address);
 
 }  // namespace host

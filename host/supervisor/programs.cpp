@@ -9,6 +9,7 @@ Programs Programs::find() {
     return {.console = host.parent_path() / "cmdd",
             .launcher = host / "launcher" / "telnet_launcher",
             .daemon = host / "daemons" / "device_daemon",
+            .panel = host.parent_path() / "panel" / "panel",
             .standIn = host / "daemons" / "stand_in"};
 }
 

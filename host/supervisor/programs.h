@@ -9,6 +9,7 @@ struct Programs {
     std::filesystem::path console;
     std::filesystem::path launcher;
     std::filesystem::path daemon;
+    std::filesystem::path panel;
     std::filesystem::path standIn;
 
     static Programs find();

@@ -73,11 +73,28 @@ Supervisor::Supervisor(EventLoop& loop, const DeviceOptions& options, const Prog
          .rank = launcherRank,
          .command = [this, programs] { return launcherCommand(programs.launcher); },
          .onReady = [this](const std::string& address) { onLauncherReady(address); }});
+    if (options.panelPort != 0) addPanel(programs.panel);
 }
 
 void Supervisor::add(Child::Plan plan) {
     plan.onDue = [this](Child& child) { startChild(child); };
     children_.emplace_back(loop_, std::move(plan));
+}
+
+/// A client of the launcher, with which it ends.
+void Supervisor::addPanel(const std::string& program) {
+    add({.name = "panel",
+         .rank = launcherRank,
+         .command =
+             [this, program] {
+                 return Command{program, options_.panelAddress(), std::to_string(options_.panelPort),
+                                options_.launch.listen};
+             },
+         .onReady =
+             [this](const std::string& line) {
+                 panelLine_ = line;
+                 announceIfReady();
+             }});
 }
 
 Command Supervisor::launcherCommand(const std::string& program) const {
@@ -124,6 +141,7 @@ void Supervisor::announceIfReady() {
     isAnnounced_ = true;
     deadline_.stop();
     std::puts(readyLine_.c_str());
+    if (!panelLine_.empty()) std::puts(panelLine_.c_str());
     std::fflush(stdout);
 }
 

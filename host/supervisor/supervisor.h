@@ -38,6 +38,7 @@ class Supervisor {
   private:
     void add(Child::Plan plan);
     Child& bus() { return children_.front(); }
+    void addPanel(const std::string& program);
     Child::Command launcherCommand(const std::string& program) const;
 
     void startChild(Child& child);
@@ -57,6 +58,7 @@ class Supervisor {
     UniqueFd busOutput_;
     std::list<Child> children_;  ///< the bus first
     std::string readyLine_;
+    std::string panelLine_;  ///< empty where there is no panel
     bool isAnnounced_ = false;
     std::optional<Outcome> outcome_;
     int endingRank_ = -1;  ///< of the children that were asked to end last

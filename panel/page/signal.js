@@ -1,0 +1,81 @@
+// The way of the picture: what is plugged into the two inputs, and which of them the output shows.
+import { device, on, read, report, send, wrap } from "./device.js";
+import { byId, draw, make, write } from "./dom.js";
+import { formatName, sources } from "./names.js";
+
+export const inputs = [
+  { name: "HDBT", path: "video.vidIn.hdbtIn.hdbtIn1" },
+  { name: "HDMI", path: "video.vidIn.hdmiIn.hdmiIn1" },
+];
+
+/** The output's format without what its list says beside it. */
+export const outputName = () => (read("settings", "video.vidOut.hdmiOut.hdmiOutA.resolution") ?? "").replace(/ .*/, "").replace("x", "×");
+
+/** What an input receives; undefined while there is nothing stable. */
+export function streamOf(number) {
+  const input = inputs[number - 1] && read("status", inputs[number - 1].path);
+  if (!input?.connected || !input.videoTiming?.stable) return undefined;
+  return { ...input.videoTiming, colorDepth: input.colorDepth, colorMode: input.colorMode };
+}
+
+const plugged = (input, { colorDepth, colorMode, ...timing }) =>
+  report(wrap(input.path, { connected: true, colorDepth, colorMode, videoTiming: { ...timing, stable: true } }));
+
+const pulled = (input) => report(wrap(input.path, { connected: false, videoTiming: { stable: false } }));
+
+/** The far transmitter is gone, and its signal with it; or both are back. */
+function setLink(isUp) {
+  const [hdbt] = inputs;
+  const input = wrap(hdbt.path, { connected: isUp, videoTiming: { stable: isUp } });
+  return report({ network: { valens: { linkStatus: isUp } }, ...input });
+}
+
+function makeInput(input, number) {
+  const socket = draw("svg", { viewBox: "0 0 40 24", "aria-hidden": "true", class: "socket" },
+    draw("path", { d: number === 1 ? "M6 4H34V20H25V23H15V20H6Z" : "M4 6H36V13L31 19H9L4 13Z" }));
+  const plug = make("button", { class: "plug", id: `plug${number}`, role: "switch", "aria-label": `${input.name} plugged in` }, socket);
+  const format = make("select", { "aria-label": `${input.name} format` },
+    make("option", { value: "-1" }, "no signal"), ...sources.map((source, i) => make("option", { value: i }, formatName(source))));
+  const lead = make("i", { class: "lead" });
+  plug.addEventListener("click", () =>
+    read("status", input.path)?.connected ? pulled(input) : plugged(input, sources[2]));
+  format.addEventListener("change", () =>
+    format.value === "-1" ? report(wrap(input.path, { videoTiming: { stable: false } })) : plugged(input, sources[format.value]));
+  on("state", () => {
+    const stream = streamOf(number);
+    plug.setAttribute("aria-checked", read("status", input.path)?.connected === true);
+    format.value = stream ? String(sources.findIndex((source) => formatName(source) === formatName(stream))) : "-1";
+    lead.classList.toggle("shown", read("settings", "video.vidOut.hdmiOut.hdmiOutA.videoSrc") === number);
+    lead.classList.toggle("carrying", Boolean(stream));
+  });
+  return make("div", { class: "input" }, plug, make("b", {}, `${number} · ${input.name}`), format, lead);
+}
+
+function makeOutput() {
+  const name = make("b", {}, "Out");
+  const resolution = make("span", { class: "value" });
+  on("state", () => write(resolution, outputName()));
+  return make("div", { class: "out" }, name, resolution);
+}
+
+function makeLinkSwitch() {
+  const button = make("button", { id: "lose", onclick: () => setLink(!read("status", "network.valens.linkStatus")) });
+  on("state", () => write(button, read("status", "network.valens.linkStatus") ? "Lose the link" : "Link up again"));
+  return button;
+}
+
+/** The display that the panel plays at the address in the settings. */
+function makeDisplaySwitch() {
+  const moods = [["answers", "answers"], ["refuses", "refuses"], ["off", "switched off"]];
+  const buttons = moods.map(([mood, name]) => make("button", { onclick: () => send("display", mood), value: mood }, name));
+  on("state", () => buttons.forEach((b) => b.setAttribute("aria-pressed", b.value === device.display)));
+  return make("div", { class: "row" }, make("span", { class: "name" }, "At its address"),
+    make("span", { class: "segments", role: "group", "aria-label": "Display on the network" }, ...buttons));
+}
+
+export function start() {
+  byId("signal").append(
+    make("div", { class: "path" }, make("div", { class: "sockets" }, ...inputs.map((input, i) => makeInput(input, i + 1))), makeOutput()),
+    make("div", { class: "actions" }, makeLinkSwitch()));
+  byId("display").append(makeDisplaySwitch());
+}

@@ -1,0 +1,68 @@
+/// The front panel: what its pages are told, and what they do.
+///
+/// It knows of the device what everybody can know: the stores, the bus, and who is connected. While no page is open it
+/// looks at none of them.
+#pragma once
+
+#include "host/loop/event_loop.h"
+#include "panel/bridge.h"
+#include "panel/display.h"
+#include "panel/event_streams.h"
+#include "panel/http_server.h"
+#include "panel/session_list.h"
+#include "panel/store_view.h"
+#include "panel/strip.h"
+#include "panel/traffic.h"
+
+#include <map>
+#include <string>
+
+namespace panel {
+
+class Panel {
+  public:
+    /// `consoleAddress` is where the launcher listens.
+    Panel(host::EventLoop& loop, std::string consoleAddress);
+
+    void serve(const Request& request);
+
+  private:
+    using Id = EventStreams::Id;
+    using Action = void (Panel::*)(const Request&);
+
+    static const std::map<std::string, Action> actions;
+
+    void press(const Request& request);
+    void changeSettings(const Request& request);
+    void changeStatus(const Request& request);
+    void publish(const Request& request);
+    void setDisplay(const Request& request);
+    void openConsole(const Request& request);
+    void typeOnConsole(const Request& request);
+
+    void onOpen(Id id);
+    void onClose(Id id);
+    void onTraffic(const host::BusTraffic& traffic);
+    void endConsole(Id id);
+    void tellSoon();
+    void tell();
+    void rereadForAWhile();
+
+    host::EventLoop& loop_;
+    const std::string consoleAddress_;
+    EventStreams streams_;
+    Traffic traffic_;
+    SessionList sessions_;
+    Display display_;
+    std::map<Id, Bridge> consoles_;
+    StoreView settings_;
+    StoreView status_;
+    Strip strip_;
+    bool storesMayDiffer_ = false;
+    bool sessionsDiffer_ = false;
+    int rereadings_ = 0;
+    host::Timer telling_;
+    host::Timer rereading_;
+};
+
+}  // namespace panel

@@ -1,0 +1,51 @@
+/// The sessions that are open, as the launcher tells of them to those who look on.
+#pragma once
+
+#include "host/base/json.h"
+#include "host/loop/channel.h"
+#include "host/loop/event_loop.h"
+#include "host/loop/unique_fd.h"
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+
+namespace panel {
+
+struct Session {
+    std::string port;
+    std::string peer;
+    std::string since;  ///< in seconds since the epoch
+    std::string lastCommand;
+};
+
+class SessionList {
+  public:
+    /// `onChange` is called when the list has changed, `onTyped` with the session and its line.
+    SessionList(host::EventLoop& loop, host::Callback onChange,
+                std::function<void(const Session&, const std::string&)> onTyped);
+
+    /// Looks on from now on, if it does not yet, across the launcher's restarts, or no more.
+    void start();
+    void stop();
+
+    /// All of them, as an array.
+    host::Json list() const;
+
+  private:
+    void take(const std::string& bytes);
+    void takeLine(const std::string& line);
+    void lose();
+
+    host::EventLoop& loop_;
+    host::Callback onChange_;
+    std::function<void(const Session&, const std::string&)> onTyped_;
+    std::map<int, Session> sessions_;
+    host::UniqueFd socket_;
+    std::unique_ptr<host::Channel> launcher_;
+    std::string arriving_;
+    host::Timer retry_;
+};
+
+}  // namespace panel

@@ -1,0 +1,185 @@
+"""The panel in a real browser; or, where PANEL_PICTURES names a folder for them, its pictures."""
+
+import http.server
+import os
+import subprocess
+import threading
+import unittest
+
+from selenium import webdriver
+from selenium.webdriver.chrome.service import Service
+from selenium.webdriver.common.by import By
+
+from harness import wait_until
+from panelled import PanelledDevice
+
+OPTIONS = ("--headless=new --no-sandbox --disable-gpu --disable-quic --no-first-run --disable-background-networking "
+           "--disable-component-update --disable-sync --hide-scrollbars").split()
+NAME_OF_ANOTHER = "--host-resolver-rules=MAP elsewhere.example 127.0.0.1"
+
+# What another site may try.
+HOSTILE = """<script>
+const panel = "http://127.0.0.1:" + location.search.slice(1);
+const body = '{"audio":{"audOut":{"allMute":true}}}';
+const stream = new EventSource(panel + "/events");
+Promise.allSettled([
+  fetch(panel + "/settings", {method: "POST", mode: "no-cors", body}), fetch(panel + "/press", {method: "POST", body}),
+  fetch(panel + "/"), new Promise((took, refused) => Object.assign(stream, {onmessage: took, onerror: refused})),
+]).then((all) => document.title = all.map((one) => one.status).join(" "));
+</script>"""
+
+
+class HostileSite(http.server.BaseHTTPRequestHandler):
+    def do_GET(self):
+        self.send_response(200)
+        self.send_header("Content-Type", "text/html")
+        self.end_headers()
+        self.wfile.write(HOSTILE.encode())
+
+    def log_message(self, *_):
+        pass
+
+
+class Page(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        options = webdriver.ChromeOptions()
+        for option in [*OPTIONS, NAME_OF_ANOTHER]:
+            options.add_argument(option)
+        options.set_capability("goog:loggingPrefs", {"browser": "ALL"})
+        cls.browser = webdriver.Chrome(service=Service(os.environ["CHROMEDRIVER"]), options=options)
+        cls.addClassCleanup(cls.browser.quit)
+
+    def setUp(self):
+        self.device = self.enterContext(PanelledDevice())
+        self.console = self.enterContext(self.device.console())
+        self.device.await_listeners([self.console])
+        self.show()
+
+    def show(self, width=1280, height=860, scheme="dark"):
+        self.browser.execute_cdp_cmd("Emulation.setEmulatedMedia",
+                                     {"features": [{"name": "prefers-color-scheme", "value": scheme}]})
+        self.browser.execute_cdp_cmd("Emulation.setDeviceMetricsOverride",
+                                     {"width": width, "height": height, "deviceScaleFactor": 1, "mobile": False})
+        self.browser.get(self.device.url)
+        wait_until(lambda: "IN " in self.text("#screen1"), "the device's state on the page")
+
+    def find(self, selector):
+        return self.browser.find_element(By.CSS_SELECTOR, selector)
+
+    def text(self, selector):
+        return self.browser.execute_script("return document.querySelector(arguments[0])?.textContent", selector) or ""
+
+    def key(self, name):
+        self.browser.find_element(By.XPATH, f"//button[contains(@class, 'key')][span='{name}']").click()
+
+    def shows(self, selector, text):
+        return wait_until(lambda: text in self.text(selector), f"{text} in {selector}")
+
+    def hears(self, line):
+        self.console.read_until(line + b"\r\n")
+
+    def test_a_key_is_told_to_the_consoles_and_what_they_type_is_followed(self):
+        self.key("HDMI")
+        self.hears(b"x2AVx1\r\nInputStatus 11")
+        self.shows("#screen1", "IN 2  HDMI")
+        self.console.ask(b"VOUT -30\r", b"\r\nVOUT -30\r\n")
+        self.shows("#screen3", "-30 dB")
+        self.shows("#sessions tbody", "VOUT -30")
+        self.shows("#strip ol", "volume = -30")
+        self.find("body").send_keys("+")
+        self.hears(b"VOUT -29")
+
+    def test_a_locked_panel_refuses_its_keys(self):
+        self.console.ask(b"Lock\r", b"\r\nLock\r\n")
+        self.shows("#keys .key[aria-pressed=true]", "Lock")
+        self.key("HDMI")
+        self.shows("#notice", "locked")
+        self.console.ask(b"Status\r", b"\r\nx1AVx1\r\n")
+        self.key("Lock")
+        self.hears(b"Unlock")
+        self.key("HDMI")
+        self.hears(b"x2AVx1\r\nInputStatus 11")
+
+    def test_inputs_are_pulled_and_the_link_is_lost(self):
+        self.find("#plug2").click()
+        self.hears(b"InputStatus 10")
+        self.find("#lose").click()
+        self.hears(b"InputStatus 00\r\nInputFormat1 --:--:--")
+        self.shows("#screen1", "no signal")
+        self.find("#report").click()
+        self.shows("#link .facts", "10 m")
+        self.shows("#strip ol", "allHexString")
+
+    def test_any_leaf_is_changed_in_the_tree(self):
+        self.find("#tree input[type=search]").send_keys("sinkcontrol.volume")
+        field = self.find("[data-path='settings.audio.audOut.analogOut1.audioSinkControl.volume'] input")
+        field.clear(), field.send_keys("-41\t")
+        self.hears(b"VOUT -41")
+        self.assertEqual(self.device.ctl("config", "get", '{"audio":{"audOut":{"analogOut1":{"audioSinkControl":'
+                                         '{"volume":0}}}}}').stdout, "-41\n")
+
+    def test_a_reset_is_shown_though_nothing_announces_it(self):
+        self.console.ask(b"VOUT -30\r", b"\r\nVOUT -30\r\n")
+        self.shows("#screen3", "-30 dB")
+        self.find("#reset").click()
+        self.browser.switch_to.alert.accept()
+        self.hears(b"Mreset")
+        self.shows("#screen3", "-20 dB")
+
+    def open_console(self, typed):
+        self.find("#connect").click()
+        keys = wait_until(lambda: self.browser.find_elements(By.CSS_SELECTOR, ".xterm-helper-textarea"), "a terminal")
+        keys[0].send_keys(typed)
+
+    def test_a_console_in_the_page_is_one_like_any_other(self):
+        self.open_console("VOUT -33\n")
+        self.hears(b"VOUT -33")
+        self.shows(".xterm-accessibility", "VOUT -33")
+        self.assertEqual(len(self.browser.find_elements(By.CSS_SELECTOR, "#sessions tbody tr")), 2)
+        self.browser.get("about:blank")
+        self.browser.get(self.device.url)
+        wait_until(lambda: len(self.browser.find_elements(By.CSS_SELECTOR, "#sessions tbody tr")) == 1, "its end")
+
+    def test_another_site_neither_reads_nor_changes_anything(self):
+        with http.server.ThreadingHTTPServer(("127.0.0.1", 0), HostileSite) as site:
+            threading.Thread(target=site.serve_forever, daemon=True).start()
+            self.browser.get(f"http://localhost:{site.server_port}/?{self.device.panel_port}")
+            wait_until(lambda: self.browser.title == "rejected rejected rejected rejected", "four refusals")
+            site.shutdown()
+        self.browser.get(f"http://elsewhere.example:{self.device.panel_port}/")
+        self.assertIn("by its address", self.text("body"))
+        self.console.ask(b"VOUTMute sta\r", b"\r\nVOUTMute off\r\n")
+
+    def test_it_is_narrow_and_breaks_no_rule_of_its_own(self):
+        self.browser.get_log("browser")
+        self.show(width=380)
+        self.find("#tree input[type=search]").send_keys("e")
+        self.assertEqual(self.browser.execute_script("return document.documentElement.scrollWidth"), 380)
+        self.open_console("Type\n")
+        self.assertEqual([line["message"] for line in self.browser.get_log("browser") if line["level"] == "SEVERE"], [])
+
+    def take_pictures(self):
+        for scheme in ("dark", "light"):
+            self.show(height=900, scheme=scheme)
+            self.device.ctl("config", "set", '{"audio":{"audOut":{"analogOut1":{"audioSinkControl":{"eq63hz":5}}}}}')
+            for _ in range(60):
+                self.find("#report").click()
+            self.open_console("VOUT -30\n")
+            self.shows(".xterm-accessibility", "VOUT -30")
+            for line in (b"x1AVx1", b"EQ1 85 3", b"EQ1 250 -2", b"EQ1 4K 4", b"DispBtn vol+", b"USBSW 1", b"x2AVx1"):
+                self.console.ask(line + b"\r", line + b"\r\r\n")
+                self.shows("#strip ol", line.decode())
+            self.shows("#screen1", "IN 2")
+            path = f"{os.environ['PANEL_PICTURES']}/panel-{scheme}.png"
+            self.browser.save_screenshot(path)
+            subprocess.run(["pngquant", "--force", "--quality", "70-100", "--output", path, path], check=True)
+            self.assertLess(os.path.getsize(path), 150_000)
+
+
+def load_tests(_, tests, __):
+    return unittest.TestSuite([Page("take_pictures")]) if "PANEL_PICTURES" in os.environ else tests
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)
