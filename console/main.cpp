@@ -45,9 +45,17 @@ void bufferReplies() {
 
 SessionContext session;  // outlives main(), which leaves the threads running
 
+/// Room for a command's own texts and for the device's libraries below it. Unasked, some C libraries set 8 MB aside.
+constexpr std::size_t threadStack = 256 * 1024;
+
 bool startThread(void* (*body)(void*)) {
     pthread_t thread;
-    return pthread_create(&thread, nullptr, body, &session) == 0;
+    pthread_attr_t attributes;
+    pthread_attr_init(&attributes);
+    pthread_attr_setstacksize(&attributes, threadStack);
+    const bool isStarted = pthread_create(&thread, &attributes, body, &session) == 0;
+    pthread_attr_destroy(&attributes);
+    return isStarted;
 }
 
 void startThreads() {
