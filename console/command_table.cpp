@@ -33,7 +33,7 @@ void doNothing(const Command& /*command*/) {}
 
 constexpr SerialPort unitPort{"interface1"};
 constexpr SerialPort receiverPort{"interface2"};
-// Its own order of writing, and another branch's failure text: both are meant.
+// Its own order of writing, and another branch's failure text (oddity 29).
 constexpr SerialPort hdbtPort{"interface3",
                               {databit, parity, stopbit, baudrate},
                               "publishEvent(controlUserConfigChanged SYSTEM_CMD_REQ_DEFAULT!)"};
@@ -45,7 +45,7 @@ constexpr WordRules hdcpRules{.status = WordStatus::asTyped, .perrorsWriteFailur
 constexpr Word edidSources[] = {{"default"}, {"save1"}, {"int1"}, {"int2"}, {"int3"}, {"int4"}};
 constexpr Word usbLogics[] = {{"follow usb"}, {"follow video"}, {"manual"}};
 constexpr Word usbHosts[] = {{"local"}, {"remote"}};
-// Switching off reports a failed event with another branch's text, which is meant.
+// Switching off reports a failed event with another branch's text (oddity 29).
 constexpr Word usbFallbacks[] = {
     {"on"},
     {.typed = "off", .publishFailureText = "publishEvent(videoUserConfigChanged SYSTEM_CMD_REQ_DEFAULT!)"},
@@ -242,7 +242,7 @@ constexpr CommandEntry rows[] = {
      "CliPort    CliPort x, x are the telnet port or sta : display the port number. Sets controlled device's telnet "
      "port.",
      R"({"control":{"displayControl":{"output1":{"remoteNetworkDevice":{"port":%d}}}}})",
-     integer<1, 65536, readScalerModeStatus>, plainRow},
+     integer<1, 65536, readScalerModeStatus>, plainRow},  // oddity 24
     {"HDBTRS232", "HDBTRS232    Set RX device HDBaseT's RS232 parameter.",
      R"({"system":{"uart":{"interface3":{"baudrate":%d}}}})", serialPort<hdbtPort>, markedRow},
 

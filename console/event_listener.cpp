@@ -105,7 +105,7 @@ void onUpgradeState(void* /*userData*/, const char* state) {
     turn.take();
     if (equals(state, "Sys Default\r")) return printLine("Mreset");
     if (equals(state, "Web Reboot\r")) return printLine("Reboot");
-    std::printf("unknown upgrade state : %s\n", state);
+    std::printf("unknown upgrade state : %s\n", state);  // oddity 21
 }
 
 constexpr int listenerLimit = 200;         // milliseconds

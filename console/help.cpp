@@ -5,7 +5,7 @@
 
 namespace {
 
-// The published vocabulary. It differs from the table on purpose ("Statusx", "AutoDispOn", no factory rows) and is not
+// The published vocabulary. It differs from the table ("Statusx", "AutoDispOn", no factory rows; oddity 4) and is not
 // made from it.
 constexpr const char* operatorList[] = {
     "Blink",    "CommaWait", "DispBtn", "HDMIAUD", "help",     "InputStatus", "IPCFG",     "IPDHCP",

@@ -22,7 +22,7 @@ void writeReply(const Reply& reply) {
         return;  // the peer is gone; the hang-up ends the session
 }
 
-/// The brackets follow the word at once: with a space in between the text is refused, which is meant.
+/// The brackets follow the word at once: with a space in between the text is refused (oddity 6).
 bool isZoneCommand(const char* text, std::size_t length) {
     return length >= wordLength && length <= wordLength + longestBracketText &&
            isBracketed(text + wordLength, length - wordLength);

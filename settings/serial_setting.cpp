@@ -41,7 +41,7 @@ Document fillPort(const SerialPort& port, const SerialValues& values) {
     return document;
 }
 
-/// A converted number as the one byte that data bits and parity are kept in: 263 counts as 7, which is meant.
+/// A converted number as the one byte that data bits and parity are kept in: 263 counts as 7 (oddity 25).
 std::optional<int> parseByte(const char* text) {
     const std::optional<int> value = parseDecimal(text);
     if (!value) return std::nullopt;

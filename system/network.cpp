@@ -49,7 +49,7 @@ void reportDhcp(bool linked) {
 }
 
 void reportStatic(bool linked) {
-    // No port line here, unlike everywhere else; kept on purpose.
+    // No port line here, unlike everywhere else (oddity 22).
     if (!linked) return printAddresses(readText);
     const OwnedText gateway = readStatusText(gatewayLeaf);
     if (!gateway) return;

@@ -35,7 +35,7 @@ void setDebug(const Command& command, bool on) {
 
 void setChipDebug(const Command& command, bool on) {
     if (!updateSettings(fillBoolean(command.leaf, on))) logWriteFailure();
-    // Relative to the working folder, unlike above; kept on purpose.
+    // Relative to the working folder, unlike above (oddity 31).
     lsystem(on ? "mnt/mtd/bin/apploggertool -a console debug" : "mnt/mtd/bin/apploggertool -d");
 }
 
@@ -58,7 +58,7 @@ void rebootDevice(const Command& command) {
     } else {
         reject(command);
     }
-    // Any Reboot line restarts the device, a refused one as well.
+    // Any Reboot line restarts the device, a refused one as well (oddity 14).
     usleep(rebootDelay);
     lsystem("reboot");
 }
@@ -91,7 +91,7 @@ void toggleChipDebug(const Command& command) {
 
 void routeUsb(const Command& command) {
     static constexpr const char* words[] = {"Off", "OUTA", "VALENS_UART_UPDATE", "On"};
-    // As atoi(), but a number beyond all bounds stays out of range.
+    // Any text is a number, as to atoi() (oddity 15), but a number beyond all bounds stays out of range.
     const long route = std::strtol(command.argument, nullptr, 10);
     if (route < 0 || route >= std::ssize(words)) return reject(command);
     callService("intermcud", "trigerUsb", words[route]);
@@ -99,7 +99,7 @@ void routeUsb(const Command& command) {
 }
 
 void setLock(const Command& command) {
-    if (equals(command.line, "Lock sta")) return printLine(command.rowName);
+    if (equals(command.line, "Lock sta")) return printLine(command.rowName);  // oddity 13
     if (!equals(command.line, command.rowName)) return reject(command);
     const bool isLocked = equals(command.rowName, "Lock");
     if (writeBoolean(command, isLocked, {.reportWriteFailure = perrorWriteFailure})) printLine(command.rowName);

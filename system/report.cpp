@@ -55,7 +55,7 @@ constexpr Item items[] = {
     {"Netmask", {readStatusText, netmaskLeaf}},
     {"Gateway", {readStatusText, gatewayLeaf}},
     {"HTTP Port", {copy, "80"}},  // not a setting of this device
-    // The brace too many is meant: the store ignores what follows the document.
+    // The brace too many (oddity 32): the store ignores what follows the document.
     {"Telnet Port", {readNumber, R"({"network":{"telnet":{"telnetPort":%d}}}})"}},
     {"SSH Port", {readNumber, R"({"network":{"ssh":{"sshPort":%d}}})"}, false},
     {"Firmware", {readFactoryText, "FirmwareVer"}},

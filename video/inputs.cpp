@@ -82,7 +82,7 @@ void printInputFormat(const Change& change) { printFormat(change.rowName, change
 
 void switchSource(const Command& command) {
     if (!equals(command.line, command.rowName)) return reject(command);
-    // The "s" after the event's name is meant: only this text has it, not the event.
+    // The "s" after the event's name (oddity 29): only this text has it, not the event.
     const WriteRules rules{.publishFailureText = "publishEvent(videoUserConfigChangeds SYSTEM_CMD_REQ_DEFAULT!)"};
     if (writeInteger(command, command.rowName[1] - '0', rules)) printLine(command.rowName);
 }

@@ -28,7 +28,7 @@ bool readScalerModeStatus() {
 
 void resetPicture(const Command& command) {
     if (!isEmpty(command.argument)) return reject(command);
-    if (!isOpen(command.family.gate)) return printLine("Command FAILED");  // without the line, unlike all others
+    if (!isOpen(command.family.gate)) return printLine("Command FAILED");  // oddity 11
     ChangeLock lock;
     if (!lock) return reject(command);
     const int counter = readInteger(command.leaf).value_or(0);
@@ -39,7 +39,7 @@ void resetPicture(const Command& command) {
 }
 
 void copyOutputEdid(const Command& command) {
-    // Both lines end in a bare line feed on purpose, unlike all others.
+    // Both lines end in a bare line feed (oddity 12).
     if (!equals(command.argument, "mem1")) {
         std::printf("Command FAILED: (%s)\n", command.line);
     } else if (writeInteger(command, 1)) {

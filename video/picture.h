@@ -8,7 +8,7 @@
 /// the setting cannot be read.
 bool readScalerModeStatus();
 
-/// "letter box" is confirmed as "follow" on purpose.
+/// "letter box" is confirmed as "follow" (oddity 10).
 inline constexpr Word aspectWords[] = {{"fill"}, {"follow"}, {.typed = "letter box", .confirmed = "follow"}};
 
 /// Stored by name, typed and shown by number.
