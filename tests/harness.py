@@ -35,6 +35,15 @@ def wait_until(condition, what, patience=PATIENCE):
     return pump((), condition, what, patience)
 
 
+@contextlib.contextmanager
+def frozen(pid):
+    os.kill(pid, signal.SIGSTOP)
+    try:
+        yield
+    finally:
+        os.kill(pid, signal.SIGCONT)
+
+
 class Console:
     """One end of a session: what came on it and was not yet asked for."""
 

@@ -21,6 +21,9 @@ enum class Durability {
     process,   ///< anything: only what processes leave behind counts
 };
 
+/// The length in bytes that the write-ahead log's file of a busy store has from the beginning.
+inline constexpr long preparedLog = 1L << 20;
+
 /// One connection. It belongs to one thread at a time and is never carried across a fork. Every function that fails
 /// says so with errno and a line in the device log.
 class Database {
@@ -60,7 +63,10 @@ class Database {
     bool checkpoint();
     /// Waits for readers and gives the log's room back. Nobody may write meanwhile.
     bool emptyLog();
-    /// Size of the write-ahead log in bytes.
+    /// Makes the write-ahead log's file as long as it mostly gets, so that a commit overwrites blocks that the file has
+    /// already, which is durable sooner. Nobody may write meanwhile. What follows the log's end is read by nobody.
+    void lengthenLog();
+    /// Size of the write-ahead log's file in bytes.
     std::int64_t logSize() const;
 
   private:

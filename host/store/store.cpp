@@ -157,14 +157,19 @@ bool Store::checkpoint() {
     {
         const std::lock_guard lock(connectionMutex_);
         if (!database_.open() || !database_.checkpoint()) return false;
-        if (database_.logSize() < longestLog) return true;
+        const auto size = database_.logSize();
+        const bool isLongEnough = size >= preparedLog || kind_.durability == Durability::process;
+        if (isLongEnough && size < longestLog) return true;
     }
-    // Under constant writing there is always something left; this puts an end to it.
     SharedState* state = shared();
     if (state == nullptr) return false;
     const Turn turn(*state, kind_.name);
     const std::lock_guard lock(connectionMutex_);
-    return turn.isMine() && database_.emptyLog();
+    if (!turn.isMine()) return false;
+    // Under constant writing there is always something left; this puts an end to it.
+    if (database_.logSize() >= longestLog && !database_.emptyLog()) return false;
+    if (kind_.durability == Durability::powerCut) database_.lengthenLog();
+    return true;
 }
 
 SharedState* Store::shared() {

@@ -54,7 +54,7 @@ void storeTelnetPort(int port) {
     if (user_config_update(document.c_str()) != 0) report("the telnet port cannot be stored");
 }
 
-LogKeeper::LogKeeper(EventLoop& loop) : timer_(loop, [this] { keep(); }) { timer_.start(logKeepingTime); }
+LogKeeper::LogKeeper(EventLoop& loop) : timer_(loop, [this] { keep(); }) { keep(); }
 
 void LogKeeper::keep() {
     settingsStore().checkpoint();

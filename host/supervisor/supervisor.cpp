@@ -12,6 +12,7 @@
 #include <csignal>
 #include <cstdio>
 #include <fcntl.h>
+#include <sched.h>
 #include <sstream>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -119,6 +120,9 @@ void Supervisor::startChild(Child& child) {
 
 void Supervisor::onBusReady() {
     chmod(busPath().c_str(), S_IRUSR | S_IWUSR);
+    // It hands an event to all its listeners before the first of them takes the processor from it.
+    const sched_param noPriority = {};
+    sched_setscheduler(bus().pid(), SCHED_BATCH, &noPriority);
     for (Child& child : children_) startChild(child);
 }
 

@@ -4,7 +4,7 @@ import os
 import subprocess
 import unittest
 
-from harness import Device
+from harness import Device, frozen
 
 ON_SMALL_DISK = ["unshare", "--mount", "sh", "-c", 'mount -t tmpfs -o size=3m none "$0" && exec "$@"', "{}"]
 
@@ -36,18 +36,20 @@ class FullDisk(unittest.TestCase):
             console.ask(b"Broadcast off\r", b"\nBroadcast off\r\n")
             filler = f"/proc/{device.process.pid}/root{device.folder}/filler"
             self.fill(filler)
-            confirmed = self.answer(console, b"CliIPAddr sta").rstrip()
-            for number in range(256):
-                line = f"CliIPAddr 10.0.0.{number}".encode()
-                answer = self.answer(console, line)
-                if answer != line + b"\r\n":
-                    break
-                confirmed = line
-            self.assertEqual(answer, b"")
-            self.assertEqual(self.answer(console, b"Lock"), b"user_config_update: No space left on device\n")
-            self.assertEqual(self.answer(console, b"CliIPAddr sta"), confirmed + b"\r\n")
-            os.remove(filler)
-            self.assertEqual(self.answer(console, line), line + b"\r\n")
+            # While nobody moves the log into the database, the room that the log has is used up.
+            with frozen(device.process.pid):
+                confirmed = self.answer(console, b"CliIPAddr sta").rstrip()
+                for number in range(1024):
+                    line = f"CliIPAddr 10.0.{number // 256}.{number % 256}".encode()
+                    answer = self.answer(console, line)
+                    if answer != line + b"\r\n":
+                        break
+                    confirmed = line
+                self.assertEqual(answer, b"")
+                self.assertEqual(self.answer(console, b"Lock"), b"user_config_update: No space left on device\n")
+                self.assertEqual(self.answer(console, b"CliIPAddr sta"), confirmed + b"\r\n")
+                os.remove(filler)
+                self.assertEqual(self.answer(console, line), line + b"\r\n")
 
 
 if __name__ == "__main__":

@@ -7,7 +7,7 @@ import signal
 import time
 import unittest
 
-from harness import Device, pump, wait_until
+from harness import Device, frozen, pump, wait_until
 
 EVENTS = ["controlUserConfigChanged", "configUserConfigChanged", "audioUserConfigChanged", "videoUserConfigChanged",
           "networkUserConfigChanged", "systemUserConfigChanged", "videoStatusConfigChanged",
@@ -23,15 +23,6 @@ NONSENSE = ["", "{", "]", "null", "17", '"text"', "[[]]", '{"control":', "%n%s%x
             '{"network":{"telnet":{"tcpipTimeout":99999999999999999999}}}',
             '{"system":{"kvm":{"linkState":{"link0":"x"}}}}',
             '{"control":{"displayControl":{"output1":{"triger":{"rs232":{}}}}}}']
-
-
-@contextlib.contextmanager
-def frozen(pid):
-    os.kill(pid, signal.SIGSTOP)
-    try:
-        yield
-    finally:
-        os.kill(pid, signal.SIGCONT)
 
 
 class Faults(unittest.TestCase):

@@ -5,6 +5,7 @@
 #include "tests/store/test_root.h"
 
 #include <algorithm>
+#include <fstream>
 #include <map>
 #include <random>
 #include <unistd.h>
@@ -50,7 +51,7 @@ class Disk {
                 if (fate(random)) apply(files, sector);
         for (const char* ending : {"-shm", "-wal"}) unlink((kind.databasePath() + ending).c_str());
         for (const char* ending : endings)
-            ASSERT_TRUE(host::replaceFile(kind.databasePath() + ending, files[original.databasePath() + ending]));
+            std::ofstream(kind.databasePath() + ending) << files[original.databasePath() + ending];
     }
 
   private:
@@ -81,6 +82,11 @@ class Disk {
     std::vector<FileWrite> waiting_;
 };
 
+/// The zeros that make the log's file long in advance.
+bool isRoomAlone(const FileWrite& write) {
+    return write.kind == FileWrite::Kind::data && write.bytes.find_first_not_of('\0') == std::string::npos;
+}
+
 struct History {
     std::vector<FileWrite> writes;
     std::vector<std::size_t> confirmations;  ///< of each document: how many writes there were
@@ -105,10 +111,12 @@ TEST(PowerCut, AtAnyMomentLeavesWhatWasConfirmed) {
     Disk disk(kind);
     const auto [writes, confirmations] = storeAll(kind);
     ASSERT_GT(writes.size(), 3U * updates);
+    ASSERT_TRUE(std::any_of(writes.begin(), writes.end(), isRoomAlone));
 
     std::mt19937 random(1);  // NOLINT(cert-msc32-c,cert-msc51-cpp): the same cuts in every run
     for (std::size_t done = 0; done < writes.size(); ++done) {
         disk.take(writes[done]);
+        if (isRoomAlone(writes[done]) && done % 16 != 0) continue;  // there is much of it, one page like the other
         const auto unconfirmed = std::upper_bound(confirmations.begin(), confirmations.end(), done + 1);
         for (const Fate fate : fates) {
             disk.cutPower(kind, found, fate, random);

@@ -14,6 +14,7 @@
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
+#include <filesystem>
 #include <random>
 #include <sys/syscall.h>
 #include <thread>
@@ -32,16 +33,19 @@ bool isSound(const StoreKind& kind) {
 }
 
 TEST(Durability, CostsOneSyncASet) {
-    Store store(newStore(R"({"a":0})", Durability::powerCut));
+    const StoreKind kind = newStore(R"({"a":0})", Durability::powerCut);
+    Store store(kind);
     // The log has its room and the checkpoint is over: from here on it is the same for every set.
     for (const char* document : {R"({"a":1})", R"({"a":2})"}) ASSERT_TRUE(store.update(document));
     ASSERT_TRUE(store.checkpoint());
     ASSERT_TRUE(store.update(R"({"a":3})"));
+    const auto logLength = std::filesystem::file_size(kind.databasePath() + "-wal");
     syncs = 0;
     for (int i = 10; i < 20; ++i) ASSERT_TRUE(store.update((R"({"a":)" + std::to_string(i) + "}").c_str()));
     EXPECT_EQ(10, syncs);
     ASSERT_TRUE(store.update(R"({"a":19})"));
     EXPECT_EQ(10, syncs) << "an unchanged value";
+    EXPECT_EQ(logLength, std::filesystem::file_size(kind.databasePath() + "-wal")) << "a longer file takes longer";
 
     Store status(newStore(R"({"a":0})", Durability::process));
     syncs = 0;
