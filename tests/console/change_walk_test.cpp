@@ -1,11 +1,7 @@
-#include "console/change_walk.h"
-
 #include "console/command_table.h"
-#include "host/store/defaults.h"
 #include "settings/label.h"
 #include "settings/leaf.h"
-#include "tests/capture.h"
-#include "tests/fake_platform/fake_platform.h"
+#include "tests/dialogue.h"
 #include "text/text.h"
 
 #include <gtest/gtest.h>
@@ -14,15 +10,6 @@
 using namespace fake_platform;
 
 namespace {
-
-/// What the console shows when it hears of `document`.
-std::string heard(const std::string& document) {
-    json_token* changes = json_token_parse(document.c_str());
-    LineTurns turns;
-    std::string text = capture([&] { walkChangedJson(changes, "audio", turns); });
-    json_token_ref_put(changes);
-    return text;
-}
 
 /// The documents that set the leaf of a row to something that its printer may know.
 Lines documentsFor(const std::string& leaf) {
@@ -33,12 +20,6 @@ Lines documentsFor(const std::string& leaf) {
         documents.push_back(fillText(leaf.c_str(), word).c_str());
     }
     return documents;
-}
-
-void makeNew() {
-    reset();
-    setConfig(host::defaultSettings);
-    setStatus(host::defaultStatus);
 }
 
 /// The kind of a value by the first byte of its JSON text.
@@ -61,6 +42,7 @@ TEST(CommandTableTest, EveryLeafHasADefaultOfItsKind) {
 
 TEST(ChangeWalkTest, EveryLeafIsShownByTheFirstRowThatHoldsIt) {
     makeNew();
+    setBroadcast(true);
     const std::set<std::string> silent = {"Type", "debug", "dbg977"};
     // The netmask and the gateway continue the line that the address began.
     const auto beginning = [](const CommandEntry& row) {

@@ -1,5 +1,4 @@
-#include "console/dispatcher.h"
-#include "tests/capture.h"
+#include "tests/dialogue.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -7,11 +6,9 @@
 #include <strings.h>
 #include <vector>
 
-namespace {
+using namespace fake_platform;
 
-std::string typed(const std::string& line) {
-    return fake_platform::capture([&line] { dispatchCommand(line.c_str()); });
-}
+namespace {
 
 std::vector<std::string> words(const std::string& text) {
     std::istringstream input(text);

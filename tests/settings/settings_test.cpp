@@ -1,6 +1,4 @@
-#include "console/dispatcher.h"
-#include "tests/capture.h"
-#include "tests/fake_platform/fake_platform.h"
+#include "tests/dialogue.h"
 
 #include <gtest/gtest.h>
 #include <sys/socket.h>
@@ -8,13 +6,6 @@
 using namespace fake_platform;
 
 namespace {
-
-/// What the console answers to `line`.
-std::string typed(const std::string& line) {
-    return capture([&line] { dispatchCommand(line.c_str()); });
-}
-
-std::string refused(const std::string& line) { return "Command FAILED: (" + line + ")\r\n"; }
 
 /// The first write with which the console answers to `line`: a record of its own each.
 std::string firstWrite(const std::string& line) {

@@ -1,8 +1,6 @@
-#include "console/dispatcher.h"
 #include "system/orders.h"
 #include "system/report.h"
-#include "tests/capture.h"
-#include "tests/fake_platform/fake_platform.h"
+#include "tests/dialogue.h"
 
 #include <ctime>
 #include <gtest/gtest.h>
@@ -10,11 +8,6 @@
 using namespace fake_platform;
 
 namespace {
-
-/// What the console answers to `line`.
-std::string typed(const std::string& line) {
-    return capture([&line] { dispatchCommand(line.c_str()); });
-}
 
 /// On an empty device in memory, with broadcast off, so that every command answers by itself.
 class SystemTest : public testing::Test {

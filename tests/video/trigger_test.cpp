@@ -1,8 +1,6 @@
 #include "video/trigger.h"
 
-#include "console/dispatcher.h"
-#include "tests/capture.h"
-#include "tests/fake_platform/fake_platform.h"
+#include "tests/dialogue.h"
 #include "video/end_word_report.h"
 #include "video/trigger_pacing.h"
 
@@ -70,7 +68,7 @@ TEST_F(Triggers, EveryEndWordEndsAStringInItsWay) {
 /// The calls that a typed line makes.
 Lines callsOf(const std::string& line) {
     const std::size_t before = calls().size();
-    capture([&line] { dispatchCommand(line.c_str()); });
+    typed(line);
     const Lines all = calls();
     return {all.begin() + static_cast<std::ptrdiff_t>(before), all.end()};
 }
@@ -98,8 +96,9 @@ TEST_F(Triggers, EachActionSendsItsOwnStringsOverItsOwnTransport) {
         }
     }
     setConfig(output(R"({"controlType":"cec"})"));
-    for (const std::string word : {"mute", "vol+", "vol-"}) {
-        EXPECT_EQ(callsOf("DispBtn " + word), Lines{"intermcud TrigCEC " + word});
+    for (const std::string line : {"DispBtn mute", "DispBtn vol+", "DispBtn vol-", "TrigCEC1 on", "TrigCEC off",
+                                   "TrigCEC1 mute", "TrigCEC1 vol+", "TrigCEC vol-"}) {
+        EXPECT_EQ(callsOf(line), Lines{"intermcud TrigCEC" + line.substr(line.find(' '))});
     }
 }
 

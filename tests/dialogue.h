@@ -1,0 +1,41 @@
+/// What a console answers to what is typed, and what it shows of changes made elsewhere.
+#pragma once
+
+#include "console/change_walk.h"
+#include "console/dispatcher.h"
+#include "host/store/defaults.h"
+#include "tests/capture.h"
+#include "tests/fake_platform/fake_platform.h"
+
+namespace fake_platform {
+
+inline std::string typed(const std::string& line) {
+    return capture([&line] { dispatchCommand(line.c_str()); });
+}
+
+inline std::string refused(const std::string& line) { return "Command FAILED: (" + line + ")\r\n"; }
+
+/// The branch that a document is about.
+inline std::string branchOf(const std::string& document) { return document.substr(2, document.find('"', 2) - 2); }
+
+inline std::string heard(const std::string& document) {
+    json_token* changes = json_token_parse(document.c_str());
+    LineTurns turns;
+    std::string text = capture([&] { walkChangedJson(changes, branchOf(document).c_str(), turns); });
+    json_token_ref_put(changes);
+    return text;
+}
+
+inline void setBroadcast(bool on) {
+    setConfig(on ? R"({"system":{"broadcast":true}})" : R"({"system":{"broadcast":false}})");
+}
+
+/// A device with the default settings, whose consoles answer by themselves.
+inline void makeNew() {
+    reset();
+    setConfig(host::defaultSettings);
+    setStatus(host::defaultStatus);
+    setBroadcast(false);
+}
+
+}  // namespace fake_platform
