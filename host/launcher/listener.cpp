@@ -45,8 +45,10 @@ class SocketAddress {
 
 UniqueFd listenOn(const addrinfo& address) {
     UniqueFd socket(::socket(address.ai_family, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
-    const int reuse = 1;
-    setsockopt(socket.get(), SOL_SOCKET, SO_REUSEADDR, &reuse, sizeof reuse);
+    const int on = 1;
+    setsockopt(socket.get(), SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
+    // For the connections: the urgent byte of a telnet client is the second of a command and stays behind the first.
+    setsockopt(socket.get(), SOL_SOCKET, SO_OOBINLINE, &on, sizeof on);
     if (bind(socket.get(), address.ai_addr, address.ai_addrlen) != 0 || listen(socket.get(), backlog) != 0)
         socket.reset();
     return socket;

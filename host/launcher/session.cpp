@@ -56,6 +56,7 @@ Channel::Handlers Session::peerHandlers() {
             .onDrained =
                 [this] {
                     if (fromConsole_) fromConsole_->resumeInput();
+                    resumePeer();
                     partIfDelivered();
                 },
             .onEnd = [this](Channel::End end) { end == Channel::End::lost ? hangUp() : onInputEnd(end); }};
@@ -63,10 +64,7 @@ Channel::Handlers Session::peerHandlers() {
 
 Channel::Handlers Session::consoleHandlers() {
     return {.onInput = [this](const std::string& bytes) { toPeer(bytes); },
-            .onDrained =
-                [this] {
-                    if (fromPeer_) fromPeer_->resumeInput();
-                },
+            .onDrained = [this] { resumePeer(); },
             .onEnd =
                 [this](Channel::End) {
                     kill_.start(endPatience);
@@ -76,10 +74,20 @@ Channel::Handlers Session::consoleHandlers() {
 
 void Session::toConsole(const std::string& typed) {
     fromPeer_->send(stream_.takeReplies());
-    if (!fromConsole_) return;
-    observation_.typed(typed);
-    fromConsole_->send(typed);
-    if (fromConsole_->waiting() > mostForConsole) fromPeer_->pauseInput();
+    if (fromConsole_) {
+        observation_.typed(typed);
+        fromConsole_->send(typed);
+    }
+    if (isPeerTooFast()) fromPeer_->pauseInput();
+}
+
+/// Also one that is answered more than it reads.
+bool Session::isPeerTooFast() const {
+    return fromPeer_->waiting() > mostForPeer || (fromConsole_ && fromConsole_->waiting() > mostForConsole);
+}
+
+void Session::resumePeer() {
+    if (fromPeer_ && !isPeerTooFast()) fromPeer_->resumeInput();
 }
 
 void Session::toPeer(std::string bytes) {

@@ -46,6 +46,8 @@ class Session {
     Channel::Handlers consoleHandlers();
 
     void toConsole(const std::string& typed);
+    bool isPeerTooFast() const;
+    void resumePeer();
     void toPeer(std::string bytes);
     void onInputEnd(Channel::End end);
     void abandonPeer();

@@ -1,54 +1,85 @@
 #include "host/launcher/telnet_stream.h"
 
-#include "host/launcher/telnet_bytes.h"
-
-#include <new>
-#include <utility>
-
 namespace host {
 namespace {
 
-constexpr telnet_telopt_t ourOptions[] = {
-    {TELNET_TELOPT_ECHO, TELNET_WILL, TELNET_DONT}, {TELNET_TELOPT_SGA, TELNET_WILL, TELNET_DO}, {-1, 0, 0}};
+constexpr char subnegotiationEnd = '\xf0', areYouThere = '\xf6', subnegotiationBegin = '\xfa', will = '\xfb',
+               wont = '\xfc', doIt = '\xfd', dont = '\xfe', iac = '\xff';
+constexpr char echo = 1, suppressGoAhead = 3;
 
 }  // namespace
 
-TelnetStream::TelnetStream(Kind kind) : kind_(kind), telnet_(nullptr, telnet_free) {
-    const auto handler = [](telnet_t*, telnet_event_t* event, void* stream) {
-        static_cast<TelnetStream*>(stream)->onEvent(*event);
-    };
-    telnet_.reset(telnet_init(ourOptions, handler, 0, this));
-    if (telnet_ == nullptr) throw std::bad_alloc();
-    if (kind_ == Kind::raw) return;
-    telnet_negotiate(telnet_.get(), TELNET_WILL, TELNET_TELOPT_ECHO);
-    telnet_negotiate(telnet_.get(), TELNET_WILL, TELNET_TELOPT_SGA);
-}
+TelnetStream::TelnetStream(Kind kind) : kind_(kind) { reply({iac, will, echo, iac, will, suppressGoAhead}); }
 
 std::string TelnetStream::decode(std::string_view fromPeer) {
-    const std::string input = subnegotiations_.pass(fromPeer);
-    telnet_recv(telnet_.get(), input.data(), input.size());
-    return std::exchange(typed_, {});
+    std::string typed;
+    typed.reserve(fromPeer.size());
+    for (const char byte : fromPeer) take(byte, typed);
+    return typed;
 }
 
 std::string TelnetStream::encode(std::string_view fromConsole) {
-    if (kind_ == Kind::raw) return std::string(fromConsole);
-    telnet_send(telnet_.get(), fromConsole.data(), fromConsole.size());
-    return takeReplies();
+    std::string bytes = takeReplies();
+    for (const char byte : fromConsole) bytes.append(byte == iac && kind_ == Kind::negotiating ? 2 : 1, byte);
+    return bytes;
 }
 
-std::string TelnetStream::takeReplies() { return std::exchange(replies_, {}); }
-
-void TelnetStream::onEvent(const telnet_event_t& event) {
-    if (event.type == TELNET_EV_DATA) appendTyped({event.data.buffer, event.data.size});
-    if (event.type == TELNET_EV_SEND && kind_ == Kind::negotiating) replies_.append(event.data.buffer, event.data.size);
-}
-
-void TelnetStream::appendTyped(std::string_view bytes) {
-    for (const char byte : bytes) {
-        const bool paddingOfReturn = afterReturn_ && byte == '\0';
-        afterReturn_ = byte == '\r';
-        if (!paddingOfReturn && byte != telnetIac) typed_ += byte;
+void TelnetStream::take(char byte, std::string& typed) {
+    switch (state_) {
+        case State::text:
+            if (byte == iac)
+                state_ = State::command;
+            else
+                takeText(byte, typed);
+            break;
+        case State::command:
+            takeCommand(byte);
+            break;
+        case State::option:
+            takeOption(byte);
+            break;
+        case State::subnegotiation:
+            if (byte == iac) state_ = State::subnegotiationCommand;
+            break;
+        case State::subnegotiationCommand:
+            state_ = byte == subnegotiationEnd ? State::text : State::subnegotiation;
+            break;
     }
+}
+
+void TelnetStream::takeText(char byte, std::string& typed) {
+    const bool isPaddingOfReturn = afterReturn_ && byte == '\0';
+    afterReturn_ = byte == '\r';
+    if (!isPaddingOfReturn) typed += byte;
+}
+
+/// A doubled IAC is a byte 255 that was typed, which no command of the console holds.
+void TelnetStream::takeCommand(char command) {
+    const bool hasOption = command == will || command == wont || command == doIt || command == dont;
+    if (command == areYouThere) reply({'\r', '\n', '[', 'y', 'e', 's', ']', '\r', '\n'});
+    command_ = command;
+    state_ = hasOption ? State::option : command == subnegotiationBegin ? State::subnegotiation : State::text;
+}
+
+void TelnetStream::takeOption(char option) {
+    state_ = State::text;
+    const bool isOurs = command_ == doIt || command_ == dont, isWanted = command_ == doIt || command_ == will;
+    bool* const isOn = switchOf(isOurs, option);
+    // What changes nothing is not answered, or two sides could answer each other for ever.
+    if (isWanted == (isOn != nullptr && *isOn)) return;
+    if (isOn != nullptr) *isOn = isWanted;
+    const bool isAgreed = isOn != nullptr && isWanted;
+    reply({iac, isOurs ? (isAgreed ? will : wont) : (isAgreed ? doIt : dont), option});
+}
+
+/// None for an option that stays off.
+bool* TelnetStream::switchOf(bool isOurs, char option) {
+    if (option == suppressGoAhead) return isOurs ? &weSuppressGoAhead_ : &peerSuppressesGoAhead_;
+    return isOurs && option == echo ? &weEcho_ : nullptr;
+}
+
+void TelnetStream::reply(std::initializer_list<char> bytes) {
+    if (kind_ == Kind::negotiating) replies_ += bytes;
 }
 
 }  // namespace host

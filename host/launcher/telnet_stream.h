@@ -1,14 +1,10 @@
-/// One connection's telnet protocol, without the connection: bytes in, bytes out.
+/// The telnet protocol of one connection, an IAC state machine without the connection: bytes in, bytes out.
 #pragma once
 
-#include "host/launcher/subnegotiation_filter.h"
-
-#include <memory>
+#include <initializer_list>
 #include <string>
 #include <string_view>
-
-struct telnet_t;
-union telnet_event_t;
+#include <utility>
 
 namespace host {
 
@@ -27,18 +23,27 @@ class TelnetStream {
     std::string encode(std::string_view fromConsole);
 
     /// What the protocol has to tell the peer by itself: the offers at the start, answers later. Empties it.
-    std::string takeReplies();
+    std::string takeReplies() { return std::exchange(replies_, {}); }
 
   private:
-    void onEvent(const telnet_event_t& event);
-    void appendTyped(std::string_view bytes);
+    enum class State { text, command, option, subnegotiation, subnegotiationCommand };
 
-    Kind kind_;
-    SubnegotiationFilter subnegotiations_;
-    std::unique_ptr<telnet_t, void (*)(telnet_t*)> telnet_;
-    std::string typed_;
-    std::string replies_;
+    void take(char byte, std::string& typed);
+    void takeText(char byte, std::string& typed);
+    void takeCommand(char command);
+    void takeOption(char option);
+    bool* switchOf(bool isOurs, char option);
+    void reply(std::initializer_list<char> bytes);
+
+    const Kind kind_;
+    State state_ = State::text;
+    char command_ = 0;  ///< WILL, WONT, DO or DONT, while its option is yet to come
     bool afterReturn_ = false;
+    // Options that are on, or offered.
+    bool weEcho_ = true;
+    bool weSuppressGoAhead_ = true;
+    bool peerSuppressesGoAhead_ = false;
+    std::string replies_;
 };
 
 }  // namespace host

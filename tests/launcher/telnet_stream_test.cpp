@@ -37,13 +37,16 @@ TEST(TelnetStream, TakesCommandsOutOfTheInputAndAnswersOnTheTelnetPortOnly) {
              Conversation{"Status\r\nLock\rUnlock\r\0x\n\0"s, "Status\r\nLock\rUnlock\rx\n\0"s, ""},
              Conversation{"a\r\xff\xf1\0b"s, "a\rb", ""},
              Conversation{"a\xff\xff"
-                          "b\xff\xf4\xff\xf6"
+                          "b\xff\xf4\xff\xf2"
                           "c",
                           "abc", ""},
              Conversation{"a\xff\xfd\x01\xff\xfd\x03\xff\xfd\x01z", "az", ""},
              Conversation{"a\xff\xfb\x18\xff\xfd\x05\xff\xfb\x18z", "az", "\xff\xfe\x18\xff\xfc\x05\xff\xfe\x18"},
              Conversation{"a\xff\xfd\x01\xff\xfe\x01\xff\xfe\x01z", "az", "\xff\xfc\x01"},
-             Conversation{"a\xff\xfe\x01\xff\xfe\x03z", "az", ""},
+             Conversation{"a\xff\xfe\x01\xff\xfe\x03z", "az", "\xff\xfc\x01\xff\xfc\x03"},
+             Conversation{"a\xff\xfe\x01\xff\xfd\x01\xff\xfe\x05z", "az", "\xff\xfc\x01\xff\xfb\x01"},
+             Conversation{"a\xff\xfb\x03\xff\xfb\x03\xff\xfc\x03\xff\xfc\x18z", "az", "\xff\xfd\x03\xff\xfe\x03"},
+             Conversation{"a\xff\xf6z", "az", "\r\n[yes]\r\n"},
              Conversation{"a\xff\xfa\x27\0\0USER\1root\xff\xf0z"s, "az", ""},
              Conversation{"a\xff\xfa\x56\xff\xf0z", "az", ""},
              Conversation{"a\xff\xfa\x55\xfbz\xff\xf0z", "az", ""},
