@@ -1,6 +1,6 @@
 #include "panel/strip.h"
 
-#include "host/bus/visible_text.h"
+#include "host/base/visible_text.h"
 
 #include <chrono>
 #include <utility>

@@ -2,6 +2,7 @@
 
 #include "host/base/device_root.h"
 #include "host/base/time_span.h"
+#include "host/base/visible_text.h"
 
 #include <array>
 #include <cerrno>
@@ -17,17 +18,6 @@ namespace {
 
 /// The text of a line is cut to this many bytes, counted before control bytes are escaped.
 constexpr std::size_t longestText = 1024;
-
-void appendPrintable(std::string& line, char c) {
-    const auto byte = static_cast<unsigned char>(c);
-    if (byte >= 0x20 && byte != 0x7f && byte != '\\') {
-        line += c;
-        return;
-    }
-    std::array<char, 5> escape;
-    std::snprintf(escape.data(), escape.size(), "\\x%02x", byte);
-    line += escape.data();
-}
 
 /// Some texts bring a line end of their own.
 std::string_view withoutLineEnd(std::string_view text) {
@@ -68,9 +58,7 @@ void __printLog(int level, const char* format, ...) {
     const int length = std::vsnprintf(text.data(), text.size(), format, arguments);
     va_end(arguments);
     std::string line = stamp(level);
-    if (length > 0) {
-        for (const char c : withoutLineEnd(text.data())) appendPrintable(line, c);
-    }
+    if (length > 0) line += host::visibleText(withoutLineEnd(text.data()));
     appendToLog(line + "\n");
     errno = error;
 }

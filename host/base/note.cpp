@@ -1,10 +1,10 @@
 #include "host/base/note.h"
 
 #include "platform/logger.h"
+#include "text/owned_text.h"
 
 #include <cstdarg>
 #include <cstdio>
-#include <cstdlib>
 
 namespace host {
 namespace {
@@ -12,17 +12,29 @@ namespace {
 /// Between those of the console, whose own lines depend on what the device lets through.
 constexpr int noteLevel = 6;
 
+OwnedText formatted(const char* format, va_list arguments) {
+    char* text = nullptr;
+    return OwnedText(vasprintf(&text, format, arguments) < 0 ? nullptr : text);
+}
+
 }  // namespace
 
 void note(const char* format, ...) {
-    char* text = nullptr;
     va_list arguments;
     va_start(arguments, format);
-    const int length = vasprintf(&text, format, arguments);
+    const OwnedText text = formatted(format, arguments);
     va_end(arguments);
-    if (length < 0) return;
-    __printLog(noteLevel, "%s", text);
-    std::free(text);
+    if (text) __printLog(noteLevel, "%s", text.get());
+}
+
+void report(const char* format, ...) {
+    va_list arguments;
+    va_start(arguments, format);
+    const OwnedText text = formatted(format, arguments);
+    va_end(arguments);
+    if (!text) return;
+    std::fprintf(stderr, "device: %s\n", text.get());
+    __printLog(LOG_LEVEL_ERROR, "%s", text.get());
 }
 
 }  // namespace host

@@ -1,8 +1,12 @@
+/// Lines for those who run the device.
 #pragma once
 
 namespace host {
 
 /// Writes a line to the run's log that is there in every run and tells of no error.
 [[gnu::format(printf, 1, 2)]] void note(const char* format, ...);
+
+/// Writes a line to standard error and, as an error, to the run's log.
+[[gnu::format(printf, 1, 2)]] void report(const char* format, ...);
 
 }  // namespace host

@@ -1,14 +1,12 @@
 #include "platform/shell.h"
 
 #include "host/base/device_root.h"
-#include "host/base/program_start.h"
+#include "host/base/start_program.h"
 
 #include <cerrno>
 #include <cstring>
-#include <fcntl.h>
 #include <string>
 #include <sys/wait.h>
-#include <unistd.h>
 
 namespace {
 
@@ -17,13 +15,6 @@ std::string mapIntoRoot(const char* command) {
     static constexpr char tools[] = "/mnt/mtd/bin/";
     const bool isTool = std::strncmp(command, tools, sizeof tools - 1) == 0;
     return std::string(isTool ? "\"$0\"" : "") + command;
-}
-
-/// With no operator's bytes to read.
-pid_t startShell(const char* command) {
-    host::ProgramStart start;
-    start.open(STDIN_FILENO, "/dev/null", O_RDONLY);
-    return start.run("/bin/sh", {"sh", "-c", mapIntoRoot(command), host::deviceRoot()});
 }
 
 /// The exit status as a shell tells it.
@@ -38,6 +29,6 @@ int waitForEnd(pid_t pid) {
 }  // namespace
 
 int lsystem(const char* command) {
-    const pid_t pid = startShell(command);
+    const pid_t pid = host::startProgram({"/bin/sh", {"sh", "-c", mapIntoRoot(command), host::deviceRoot()}});
     return pid < 0 ? -1 : waitForEnd(pid);
 }

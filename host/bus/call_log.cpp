@@ -1,7 +1,7 @@
 #include "host/bus/call_log.h"
 
 #include "host/base/device_root.h"
-#include "host/bus/visible_text.h"
+#include "host/base/visible_text.h"
 
 #include <fcntl.h>
 #include <unistd.h>

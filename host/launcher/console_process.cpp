@@ -1,7 +1,7 @@
 #include "host/launcher/console_process.h"
 
 #include "host/base/device_root.h"
-#include "host/base/program_start.h"
+#include "host/base/start_program.h"
 #include "host/launcher/console_port.h"
 #include "host/launcher/neighbour_table.h"
 
@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <signal.h>
+#include <spawn.h>
 #include <sys/ioctl.h>
 #include <sys/resource.h>
 #include <termios.h>
@@ -50,14 +51,13 @@ std::vector<std::string> environmentOf(const ConsoleIdentity& identity) {
     return environment;
 }
 
-/// A new session that opens `terminalName` first, and so gets it as its controlling terminal.
 pid_t startConsole(const char* terminalName, const ConsoleIdentity& identity) {
-    ProgramStart start;
-    start.beginSession();
-    start.open(STDIN_FILENO, terminalName, O_RDWR);
-    start.give(STDIN_FILENO, STDOUT_FILENO);
-    start.give(STDIN_FILENO, STDERR_FILENO);
-    return start.run(deviceRoot() + identity.programName, {identity.programName}, environmentOf(identity));
+    return startProgram({.path = deviceRoot() + identity.programName,
+                         .arguments = {identity.programName},
+                         .environment = environmentOf(identity),
+                         .input = terminalName,
+                         .descriptors = {{STDIN_FILENO, STDOUT_FILENO}, {STDIN_FILENO, STDERR_FILENO}},
+                         .flags = POSIX_SPAWN_SETSID});
 }
 
 /// The launcher itself is allowed many more.

@@ -2,7 +2,7 @@
 
 #include "host/base/device_root.h"
 #include "host/base/unix_address.h"
-#include "host/bus/visible_text.h"
+#include "host/base/visible_text.h"
 
 #include <cstdio>
 #include <ctime>

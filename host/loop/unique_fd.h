@@ -1,6 +1,7 @@
 /// A file descriptor that is closed with its owner.
 #pragma once
 
+#include <unistd.h>
 #include <utility>
 
 namespace host {
@@ -20,7 +21,10 @@ class UniqueFd {
     explicit operator bool() const { return fd_ >= 0; }
 
     int release() { return std::exchange(fd_, -1); }
-    void reset(int fd = -1);
+    void reset(int fd = -1) {
+        if (fd_ >= 0) close(fd_);
+        fd_ = fd;
+    }
 
   private:
     int fd_ = -1;

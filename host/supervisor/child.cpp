@@ -1,13 +1,14 @@
 #include "host/supervisor/child.h"
 
-#include "host/base/program_start.h"
 #include "host/base/readiness.h"
+#include "host/base/start_program.h"
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
+#include <spawn.h>
 #include <unistd.h>
 
 namespace host {
@@ -22,18 +23,14 @@ constexpr std::chrono::milliseconds longestDelay = 5s;
 /// A program that has run for that long has ended for a new reason.
 constexpr auto steadyTime = 10s;
 
-/// A descriptor that it is told on is the same in every child, so that one environment serves all. The kernel ends the
-/// child when the supervisor is killed, and if that comes too early, the child ends because nobody waits for it.
-pid_t startProgram(Child::Command command, int output, int ready) {
+/// The kernel ends the child when the supervisor is killed; if that comes too early, the child ends because nobody
+/// takes its readiness. A process group of its own keeps Ctrl-C at a terminal for the supervisor alone.
+pid_t startChild(Child::Command command, int output, int ready) {
     command.insert(command.begin(), {"/usr/bin/setpriv", "--pdeathsig", "KILL"});
-    ProgramStart start;
-    start.beginGroup();
-    start.open(STDIN_FILENO, "/dev/null", O_RDONLY);
-    start.give(output, STDOUT_FILENO);
-    start.give(output, STDERR_FILENO);
-    start.give(ready, readyDescriptor);
-    const std::string path = command.front();
-    return start.run(path, std::move(command));
+    return startProgram({.path = command.front(),
+                         .arguments = command,
+                         .descriptors = {{output, STDOUT_FILENO}, {output, STDERR_FILENO}, {ready, readyDescriptor}},
+                         .flags = POSIX_SPAWN_SETPGROUP});
 }
 
 }  // namespace
@@ -47,7 +44,7 @@ bool Child::start() {
     if (pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0) return false;
     readiness_.reset(ends[0]);
     const UniqueFd ready(ends[1]);
-    const pid_t pid = startProgram(plan_.command(), plan_.output, ready.get());
+    const pid_t pid = startChild(plan_.command(), plan_.output, ready.get());
     if (pid < 0) return false;
     pid_ = pid;
     started_ = steady_clock::now();

@@ -1,13 +1,12 @@
 /// Runs a whole device in the foreground.
 #include "host/base/device_root.h"
 #include "host/base/factory_store.h"
-#include "host/base/program_start.h"
+#include "host/base/note.h"
 #include "host/base/readiness.h"
+#include "host/base/start_program.h"
 #include "host/loop/event_loop.h"
 #include "host/supervisor/options.h"
-#include "host/supervisor/orphans.h"
 #include "host/supervisor/programs.h"
-#include "host/supervisor/report.h"
 #include "host/supervisor/root_layout.h"
 #include "host/supervisor/root_lock.h"
 #include "host/supervisor/stores.h"
@@ -17,6 +16,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <string_view>
+#include <sys/prctl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <vector>
@@ -49,7 +49,7 @@ void prepareEnvironment(const std::string& root) {
     setenv("PATH", inRoot("sbin").c_str(), 1);
     umask(S_IRWXG | S_IRWXO);
     std::signal(SIGPIPE, SIG_IGN);
-    adoptOrphans();
+    prctl(PR_SET_CHILD_SUBREAPER, 1);  // of every process that outlives its own parent
 }
 
 Supervisor::Outcome run(DeviceOptions& options, const Programs& programs) {

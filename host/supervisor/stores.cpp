@@ -1,10 +1,10 @@
 #include "host/supervisor/stores.h"
 
 #include "host/base/json.h"
+#include "host/base/note.h"
 #include "host/store/defaults.h"
 #include "host/store/preparation.h"
 #include "host/store/store.h"
-#include "host/supervisor/report.h"
 #include "platform/json_token.h"
 #include "platform/user_config.h"
 
@@ -17,7 +17,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto logKeepingTime = 5s;
+constexpr auto checkpointTime = 5s;
 
 double secondsSinceEpoch() {
     return std::chrono::duration<double>(std::chrono::system_clock::now().time_since_epoch()).count();
@@ -54,12 +54,12 @@ void storeTelnetPort(int port) {
     if (user_config_update(document.c_str()) != 0) report("the telnet port cannot be stored");
 }
 
-LogKeeper::LogKeeper(EventLoop& loop) : timer_(loop, [this] { keep(); }) { keep(); }
+Checkpoints::Checkpoints(EventLoop& loop) : timer_(loop, [this] { makeThem(); }) { makeThem(); }
 
-void LogKeeper::keep() {
+void Checkpoints::makeThem() {
     settingsStore().checkpoint();
     statusStore().checkpoint();
-    timer_.start(logKeepingTime);
+    timer_.start(checkpointTime);
 }
 
 }  // namespace host

@@ -1,4 +1,4 @@
-/// What the device does with its stores itself: their start, the telnet port in them, the care for their log.
+/// What the device does with its stores itself: their start, the telnet port in them, their checkpoints.
 #pragma once
 
 #include "host/loop/event_loop.h"
@@ -15,13 +15,13 @@ int storedTelnetPort(int fallback);
 /// Stores the port, if it is another one than the stored.
 void storeTelnetPort(int port);
 
-/// Keeps the settings' write-ahead log small while the device runs.
-class LogKeeper {
+/// Keeps the stores' write-ahead logs small while the device runs.
+class Checkpoints {
   public:
-    explicit LogKeeper(EventLoop& loop);
+    explicit Checkpoints(EventLoop& loop);
 
   private:
-    void keep();
+    void makeThem();
 
     Timer timer_;
 };

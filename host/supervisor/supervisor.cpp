@@ -1,17 +1,17 @@
 #include "host/supervisor/supervisor.h"
 
 #include "host/base/device_root.h"
+#include "host/base/note.h"
 #include "host/base/readiness.h"
 #include "host/bus/bus_config.h"
 #include "host/bus/bus_names.h"
 #include "host/daemons/daemons.h"
-#include "host/supervisor/orphans.h"
-#include "host/supervisor/report.h"
 
 #include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <fcntl.h>
+#include <fstream>
 #include <sched.h>
 #include <sstream>
 #include <sys/stat.h>
@@ -47,6 +47,15 @@ std::string describeEnd(int status) {
     return std::string("status ").append(std::to_string(WEXITSTATUS(status)));
 }
 
+/// What a killed child leaves behind is handed on to this process.
+void endOrphans() {
+    do {
+        std::ifstream children("/proc/thread-self/children");
+        if (!children) return report("what is left of the consoles cannot be found: %m");
+        for (pid_t child = 0; children >> child;) kill(child, SIGKILL);
+    } while (waitpid(-1, nullptr, 0) > 0);
+}
+
 }  // namespace
 
 Supervisor::Supervisor(EventLoop& loop, const DeviceOptions& options, const Programs& programs)
@@ -55,7 +64,7 @@ Supervisor::Supervisor(EventLoop& loop, const DeviceOptions& options, const Prog
       busOutput_(openBusOutput()),
       childWatch_(loop, SIGCHLD, [this] { reap(); }),
       deadline_(loop, [this] { onDeadline(); }),
-      logKeeper_(loop) {
+      checkpoints_(loop) {
     add({.name = "dbus-daemon",
          .rank = busRank,
          .output = busOutput_.get(),

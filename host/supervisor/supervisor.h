@@ -64,7 +64,7 @@ class Supervisor {
     int endingRank_ = -1;  ///< of the children that were asked to end last
     SignalWatch childWatch_;
     Timer deadline_;
-    LogKeeper logKeeper_;
+    Checkpoints checkpoints_;
 };
 
 }  // namespace host

@@ -1,4 +1,4 @@
-#include "host/bus/visible_text.h"
+#include "host/base/visible_text.h"
 
 #include <cstdio>
 
