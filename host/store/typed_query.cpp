@@ -1,47 +1,23 @@
 #include "host/store/typed_query.h"
 
-#include <climits>
-#include <cstring>
+#include "host/store/typed_leaf.h"
 
 namespace host {
 namespace {
 
-bool isType(const json_object* leaf, json_type type) { return json_object_is_type(leaf, type) != 0; }
+template <typename Value>
+int query(Store& store, const char* query, bool (*read)(json_object* leaf, Value* value), Value* value) {
+    return store.readLeaf(query, [read, value](json_object* leaf) { return read(leaf, value); });
+}
 
 }  // namespace
 
-int queryBoolean(Store& store, const char* query, int* value) {
-    return store.readLeaf(query, [value](json_object* leaf) {
-        if (!isType(leaf, json_type_boolean)) return false;
-        *value = json_object_get_boolean(leaf);
-        return true;
-    });
-}
+int queryBoolean(Store& store, const char* text, int* value) { return query(store, text, readBoolean, value); }
 
-int queryInt(Store& store, const char* query, int* value) {
-    return store.readLeaf(query, [value](json_object* leaf) {
-        const int64_t number = json_object_get_int64(leaf);
-        if (!isType(leaf, json_type_int) || number < INT_MIN || number > INT_MAX) return false;
-        *value = static_cast<int>(number);
-        return true;
-    });
-}
+int queryInt(Store& store, const char* text, int* value) { return query(store, text, readInt, value); }
 
-int queryDouble(Store& store, const char* query, double* value) {
-    return store.readLeaf(query, [value](json_object* leaf) {
-        if (!isType(leaf, json_type_double) && !isType(leaf, json_type_int)) return false;
-        *value = json_object_get_double(leaf);
-        return true;
-    });
-}
+int queryDouble(Store& store, const char* text, double* value) { return query(store, text, readDouble, value); }
 
-int queryString(Store& store, const char* query, char** value) {
-    return store.readLeaf(query, [value](json_object* leaf) {
-        if (!isType(leaf, json_type_string)) return false;
-        char* copy = strdup(json_object_get_string(leaf));
-        if (copy != nullptr) *value = copy;
-        return copy != nullptr;
-    });
-}
+int queryString(Store& store, const char* text, char** value) { return query(store, text, readString, value); }
 
 }  // namespace host

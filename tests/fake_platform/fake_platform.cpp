@@ -3,6 +3,7 @@
 #include "host/base/json.h"
 #include "host/store/document.h"
 #include "host/store/json_pointer.h"
+#include "host/store/typed_leaf.h"
 #include "platform/event_bus.h"
 #include "platform/factory_data.h"
 #include "platform/json_token.h"
@@ -23,6 +24,7 @@
 #include <json-c/json.h>
 #include <list>
 #include <map>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <sys/eventfd.h>
@@ -83,18 +85,20 @@ struct eventbus {
     bool serving = false;
 };
 
-struct lpc_completion {
-    std::string text;
-    bool answered;
-};
-
 struct lpc_request {
     std::string text;
-    std::string reply;
+    std::string reply{};
     bool completed = false;
 };
 
+/// Of a request to a service of this process, or else of one that the device itself answers, with or without a text.
+struct lpc_completion {
+    const lpc_request* request;
+    std::optional<std::string> text;
+};
+
 struct lpc_service {
+    std::thread::id owner = std::this_thread::get_id();
     std::string name;
     std::string method;
     lpc_handler handler;
@@ -119,6 +123,7 @@ struct Device {
     std::list<eventbus> buses;
     std::list<lpc_service> services;
     std::list<lpc_service> forgottenServices;
+    std::list<lpc_request> requests;  // kept, since a service may answer at any time
 };
 
 Device& device() {
@@ -158,13 +163,22 @@ Json valueAt(const Store& store, const std::string& path) {
     return below.empty() ? nullptr : host::treeBelow(path, below);
 }
 
+/// A leaf takes the place of an object, and an object that of a leaf.
+void clearPlace(Store& store, const std::string& path) {
+    for (const std::string& above : host::pathsAbove(path)) store.leaves.erase(above);
+    const host::PathRange below = host::pathsBelow(path);
+    store.leaves.erase(store.leaves.lower_bound(below.first), store.leaves.lower_bound(below.end));
+}
+
 /// Puts the leaves of `document` into the store; true when one of them held another value before.
 bool merge(Store& store, json_object* document) {
     bool anyChanged = false;
     for (const auto& [path, value] : host::leavesOf(document)) {
-        std::string& held = store.leaves[path];
-        anyChanged = anyChanged || held != value;
-        held = value;
+        const auto held = store.leaves.find(path);
+        if (held != store.leaves.end() && held->second == value) continue;
+        clearPlace(store, path);
+        store.leaves[path] = value;
+        anyChanged = true;
     }
     return anyChanged;
 }
@@ -208,28 +222,10 @@ int query(const char* function, const Store& store, const char* query, Read read
     return 0;
 }
 
-int queryBoolean(const char* function, const Store& store, const char* text, int* result) {
-    return query(function, store, text, [result](json_object* value) {
-        if (!json_object_is_type(value, json_type_boolean)) return false;
-        *result = json_object_get_boolean(value);
-        return true;
-    });
-}
-
-int queryInt(const char* function, const Store& store, const char* text, int* result) {
-    return query(function, store, text, [result](json_object* value) {
-        if (!json_object_is_type(value, json_type_int)) return false;
-        *result = json_object_get_int(value);
-        return true;
-    });
-}
-
-int queryString(const char* function, const Store& store, const char* text, char** result) {
-    return query(function, store, text, [result](json_object* value) {
-        if (!json_object_is_type(value, json_type_string)) return false;
-        *result = strdup(json_object_get_string(value));
-        return true;
-    });
+template <typename Value>
+int query(const char* function, const Store& store, const char* text, bool (*read)(json_object*, Value*),
+          Value* value) {
+    return query(function, store, text, [read, value](json_object* leaf) { return read(leaf, value); });
 }
 
 json_token* queryToken(const char* function, const Store& store, const char* text) {
@@ -269,11 +265,44 @@ int runShellLine(const char* function, const char* command) {
     return device().shellStatus;
 }
 
-/// Notes a call; false, with errno set, when it is to fail.
-bool call(const char* function, const char* service, const char* method, const char* text) {
-    if (fails(function)) return false;
+lpc_service* findService(const std::string& name, const std::string& method) {
+    const auto isAsked = [&](const lpc_service& offered) { return offered.name == name && offered.method == method; };
+    const auto asked = std::find_if(device().services.begin(), device().services.end(), isAsked);
+    return asked != device().services.end() ? &*asked : nullptr;
+}
+
+lpc_request& askService(lpc_service& service, const char* text) {
+    lpc_request& request = device().requests.emplace_back(lpc_request{text});
+    service.waiting.push_back(&request);
+    service.signal.raise();
+    return request;
+}
+
+bool isDaemon(const std::string& service) {
+    constexpr std::string_view daemons[] = {"displayControl", "displayControlTelnetClient", "intermcud", "networkd",
+                                            "systemd",        "bruteForceAttacksd",         "kxcmdd"};
+    return std::find(std::begin(daemons), std::end(daemons), service) != std::end(daemons);
+}
+
+/// Notes a call and begins it. Null, with errno set, when it is to fail or nobody offers the service.
+lpc_completion* call(const char* function, const char* service, const char* method, const char* text) {
+    if (fails(function)) return nullptr;
     device().calls.push_back(std::string(service) + " " + method + " " + text);
-    return true;
+    if (lpc_service* offered = findService(service, method)) return new lpc_completion{&askService(*offered, text), {}};
+    const auto reply = device().replies.find({service, method});
+    if (reply != device().replies.end()) return new lpc_completion{nullptr, reply->second};
+    if (isDaemon(service)) return new lpc_completion{nullptr, {}};
+    errno = ENXIO;
+    return nullptr;
+}
+
+/// Until the request is completed. False with errno set when it is not within the limit.
+bool await(Lock& locked, const lpc_completion& completion, std::chrono::milliseconds limit) {
+    const lpc_request* request = completion.request;
+    const auto isDone = [request] { return request == nullptr || request->completed; };
+    if (device().changed.wait_for(locked, limit, isDone)) return true;
+    errno = ETIMEDOUT;
+    return false;
 }
 
 bool allServed() {
@@ -391,23 +420,10 @@ bool awaitSubscription(const std::string& event) {
 
 std::string callService(const std::string& service, const std::string& method, const std::string& text) {
     Lock locked = lock();
-    const auto isAsked = [&](const lpc_service& offered) {
-        return offered.name == service && offered.method == method;
-    };
-    std::list<lpc_service>& services = device().services;
-    auto asked = services.end();
-    const auto isOffered = [&] {
-        asked = std::find_if(services.begin(), services.end(), isAsked);
-        return asked != services.end();
-    };
+    const auto isOffered = [&] { return findService(service, method) != nullptr; };
     if (!device().changed.wait_for(locked, patience, isOffered)) return "no service";
-    auto* request = new lpc_request{text, "", false};  // left to the service when it never answers
-    asked->waiting.push_back(request);
-    asked->signal.raise();
-    if (!device().changed.wait_for(locked, patience, [request] { return request->completed; })) return "no answer";
-    std::string reply = std::move(request->reply);
-    delete request;
-    return reply;
+    const lpc_completion completion{&askService(*findService(service, method), text.c_str()), {}};
+    return await(locked, completion, patience) ? completion.request->reply : "no answer";
 }
 
 }  // namespace fake_platform
@@ -417,13 +433,15 @@ std::string callService(const std::string& service, const std::string& method, c
 extern "C" {
 
 int user_config_query_boolean(const char* text, int* value) {
-    return queryBoolean(__func__, device().settings, text, value);
+    return query(__func__, device().settings, text, host::readBoolean, value);
 }
 
-int user_config_query_int(const char* text, int* value) { return queryInt(__func__, device().settings, text, value); }
+int user_config_query_int(const char* text, int* value) {
+    return query(__func__, device().settings, text, host::readInt, value);
+}
 
 int user_config_query_string(const char* text, char** value) {
-    return queryString(__func__, device().settings, text, value);
+    return query(__func__, device().settings, text, host::readString, value);
 }
 
 json_token* user_config_query_to_json_token(const char* text) { return queryToken(__func__, device().settings, text); }
@@ -431,21 +449,19 @@ json_token* user_config_query_to_json_token(const char* text) { return queryToke
 int user_config_update(const char* document) { return update(device().settings, document); }
 
 int user_status_query_boolean(const char* text, int* value) {
-    return queryBoolean(__func__, device().status, text, value);
+    return query(__func__, device().status, text, host::readBoolean, value);
 }
 
-int user_status_query_int(const char* text, int* value) { return queryInt(__func__, device().status, text, value); }
+int user_status_query_int(const char* text, int* value) {
+    return query(__func__, device().status, text, host::readInt, value);
+}
 
 int user_status_query_double(const char* text, double* value) {
-    return query(__func__, device().status, text, [value](json_object* found) {
-        if (!json_object_is_type(found, json_type_double) && !json_object_is_type(found, json_type_int)) return false;
-        *value = json_object_get_double(found);
-        return true;
-    });
+    return query(__func__, device().status, text, host::readDouble, value);
 }
 
 int user_status_query_string(const char* text, char** value) {
-    return queryString(__func__, device().status, text, value);
+    return query(__func__, device().status, text, host::readString, value);
 }
 
 json_token* user_status_query_to_json_token(const char* text) { return queryToken(__func__, device().status, text); }
@@ -534,27 +550,27 @@ int eventbus_publish(const char* event, const char* payload) {
 }
 
 int lpc_proxy_call(const char* service, const char* method, const char* text) {
-    const Lock locked = lock();
-    return call(__func__, service, method, text) ? 0 : -1;
+    Lock locked = lock();
+    const std::unique_ptr<lpc_completion> completion(call(__func__, service, method, text));
+    return completion != nullptr && await(locked, *completion, std::chrono::seconds(3)) ? 0 : -1;
 }
 
 int lpc_proxy_call_with_reply(const char* service, const char* method, const char* text, lpc_completion** completion) {
     const Lock locked = lock();
-    *completion = nullptr;
-    if (!call(__func__, service, method, text)) return -1;
-    const auto reply = device().replies.find({service, method});
-    const bool answered = reply != device().replies.end();
-    *completion = new lpc_completion{answered ? reply->second : "", answered};
-    return 0;
+    *completion = call(__func__, service, method, text);
+    return *completion != nullptr ? 0 : -1;
 }
 
-int lpc_completion_wait(lpc_completion* /*completion*/, int /*limit*/) {
-    const Lock locked = lock();
-    return fails(__func__) ? -1 : 0;
+int lpc_completion_wait(lpc_completion* completion, int limit) {
+    Lock locked = lock();
+    return !fails(__func__) && await(locked, *completion, std::chrono::milliseconds(limit)) ? 0 : -1;
 }
 
 const char* lpc_completion_data(lpc_completion* completion) {
-    return completion->answered ? completion->text.c_str() : nullptr;
+    const Lock locked = lock();
+    if (completion->request != nullptr)
+        return completion->request->completed ? completion->request->reply.c_str() : nullptr;
+    return completion->text ? completion->text->c_str() : nullptr;
 }
 
 void lpc_completion_destroy(lpc_completion* completion) { delete completion; }
@@ -565,6 +581,7 @@ lpc_service* lpc_service_create(const char* service, int /*flags*/, const char* 
     if (fails(__func__)) return nullptr;
     for (const lpc_service& offered : device().services) {
         if (offered.name != service) continue;
+        if (offered.owner == std::this_thread::get_id() && offered.method != method) continue;
         errno = EEXIST;
         return nullptr;
     }

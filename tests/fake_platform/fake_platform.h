@@ -27,7 +27,7 @@ std::string status(const std::string& query = "{}");
 
 void setFactoryData(const std::string& key, const std::string& text);
 
-/// The reply to every call of the method from now on. Without one a call succeeds and answers nothing.
+/// The reply to every call of the method from now on. Without one a call of a daemon succeeds and answers nothing.
 void setReply(const std::string& service, const std::string& method, const std::string& text);
 
 /// The exit status of every shell line from now on.

@@ -21,22 +21,6 @@ constexpr char everything[] = "{}";
 
 std::string contentOf(Store& store) { return store.readText(everything).value_or("none"); }
 
-TEST(Store, MergesADocumentLeafByLeaf) {
-    Store store(newStore(R"({"a":{"x":1,"y":[1,2,3]},"b":{"z":"old"}})"));
-    takePublished();
-    EXPECT_TRUE(store.update(R"({"a":{"y":[4]},"b":{"w":{"v":true},"z":"new"},"c":null})"));
-    EXPECT_EQ(R"({"a":{"x":1,"y":[4]},"b":{"w":{"v":true},"z":"new"},"c":null})", contentOf(store));
-    // A leaf takes the place of an object and the other way round.
-    EXPECT_TRUE(store.update(R"({"b":{"w":5,"z":{"deep":{"er":1}}}})"));
-    EXPECT_EQ(R"({"deep":{"er":1}})", store.readText(R"({"b":{"z":{}}})"));
-    EXPECT_EQ("5", store.readText(R"({"b":{"w":0}})"));
-    EXPECT_EQ(std::nullopt, store.readText(R"({"b":{"w":{"v":false}}})"));
-    // An empty object holds no leaf, so that it says nothing about any.
-    EXPECT_TRUE(store.update(R"({"a":{},"b":{"w":{}}})"));
-    EXPECT_EQ(R"({"a":{"x":1,"y":[4]},"b":{"w":5,"z":{"deep":{"er":1}}},"c":null})", contentOf(store));
-    EXPECT_EQ(4U, takePublished().size());
-}
-
 TEST(Store, AnnouncesEveryBranchThatChangedInItsOwnWords) {
     Store store(newStore(R"({"audio":{"volume":1},"video":{"src":1},"system":{"name":"a"}})"));
     takePublished();
@@ -126,37 +110,6 @@ TEST_F(Queries, AreReadLeniently) {
         EXPECT_EQ(0, user_config_query_int(query, &value)) << query;
         EXPECT_EQ(-5, value);
     }
-}
-
-/// Which of the typed queries take the leaf.
-std::string kindsThatTake(const std::string& query) {
-    int boolean = 0, number = 0;
-    double real = 0;
-    char* text = nullptr;
-    std::string kinds = user_status_query_boolean(query.c_str(), &boolean) != 0 ? "boolean " : "";
-    if (user_status_query_int(query.c_str(), &number) != 0) kinds += "int ";
-    if (user_status_query_double(query.c_str(), &real) != 0) kinds += "double ";
-    if (user_status_query_string(query.c_str(), &text) != 0) kinds += "string ";
-    std::free(text);
-    return kinds;
-}
-
-TEST_F(Queries, FailOnAnotherType) {
-    ASSERT_EQ(0, user_status_update(R"({"t":{"b":true,"i":-7,"d":2.5,"s":"5","big":2147483648,"n":null,"a":[1]}})"));
-    for (const auto& [name, kinds] : {std::pair{"b", "boolean "},
-                                      {"i", "int double "},
-                                      {"d", "double "},
-                                      {"s", "string "},
-                                      {"big", "double "},
-                                      {"n", ""},
-                                      {"a", ""},
-                                      {"missing", ""}}) {
-        EXPECT_EQ(kinds, kindsThatTake(R"({"t":{")" + std::string(name) + R"(":0}})")) << name;
-    }
-    double bootTime = 0;
-    ASSERT_EQ(0, user_status_update(R"({"time":{"status":{"bootUpTime":1795231879.250000}}})"));
-    EXPECT_NE(0, user_status_query_double(R"({"time":{"status":{"bootUpTime":0.000000}}})", &bootTime));
-    EXPECT_EQ(1795231879.25, bootTime);
 }
 
 TEST_F(Queries, SeeAChangeAtOnceAndNoOther) {
