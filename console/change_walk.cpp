@@ -1,8 +1,8 @@
 #include "console/change_walk.h"
 
 #include "command/log.h"
-#include "console/broadcast.h"
 #include "console/command_table.h"
+#include "settings/write_path.h"
 #include "text/text.h"
 
 #include <json-c/json.h>

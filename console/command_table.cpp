@@ -1,6 +1,5 @@
 #include "console/command_table.h"
 
-#include "console/broadcast.h"
 #include "console/help.h"
 #include "settings/integer_setting.h"
 #include "settings/label.h"
@@ -8,8 +7,9 @@
 #include "settings/switch_setting.h"
 #include "settings/text_setting.h"
 #include "settings/word_setting.h"
+#include "settings/write_path.h"
 #include "system/accounts.h"
-#include "system/factory_commands.h"
+#include "system/factory.h"
 #include "system/network.h"
 #include "system/network_leaves.h"
 #include "system/orders.h"
@@ -92,7 +92,6 @@ constexpr char inputFormatHelp[] = "InputFormat    InputFormatX, X are 1~2, Repo
 constexpr char sourceLeaf[] = R"({"video":{"vidOut":{"hdmiOut":{"hdmiOutA":{"videoSrc":%d}}}}})";
 constexpr char lockLeaf[] = R"({"system":{"key":{"lock":%s}}})";
 constexpr char cecLeaf[] = R"({"control":{"displayControl":{"output1":{"triger":{"cec":"%s"}}}}})";
-constexpr char hostNameLeaf[] = R"({"network":{"netbios":{"hostname":"%s"}}})";
 
 // The first row that fits a line or a leaf is taken, so the order is part of the design: a name stands before its own
 // beginnings, and a row that only lends its template to the listener behind the one that is typed.
@@ -106,7 +105,7 @@ constexpr CommandEntry rows[] = {
      order<reportVersion>, plainRow},
     {"System", "System    System X, X are sta/dev.Will display the status of the Unit.", "", order<reportSystem>,
      plainRow},
-    {"Type", "Type    Brings up the model information.", R"({"system":{"model":"%s"}})", modelReport, plainRow},
+    {"Type", "Type    Brings up the model information.", modelLeaf, modelReport, plainRow},
     {"Mreset", "Mreset    Sets matrix back to the default settings.", "", order<resetToDefaults>, markedRow},
 
     // Switching
@@ -149,7 +148,7 @@ constexpr CommandEntry rows[] = {
     {"IPTimeout",
      "IPTimeout    IPTimeout x, x is never~3600 sec. Determines amount of seconds of inactivity before TCP/IP "
      "disconnects.",
-     R"({"network":{"telnet":{"tcpipTimeout":%d}}})", idleTimeout, markedRow},
+     timeoutLeaf, idleTimeout, markedRow},
     {"IPAddUser", "IPAddUser    IPAddUser [<name> <password>/sta]. Display a list of users.", "", order<addUser>,
      markedRow},
     {"IPDelUser", "IPDelUser    IPDelUser <name>. Delete a user from TCP/IP.", "", order<deleteUser>, markedRow},
@@ -223,8 +222,8 @@ constexpr CommandEntry rows[] = {
      R"({"control":{"ledMode":%s}})", onOffSwitch, markedRow},
 
     // Controlled device
-    {"CtlType", "CtlType    CtlType x, x are rs-232/ip/cec/sta. Sets /gets the control type.",
-     R"({"control":{"displayControl":{"output1":{"controlType":"%s"}}}})", word<controlTypes>, markedRow},
+    {"CtlType", "CtlType    CtlType x, x are rs-232/ip/cec/sta. Sets /gets the control type.", controlTypeLeaf,
+     word<controlTypes>, markedRow},
     {"CliMode", "CliMode    CliMode x, x are login/non-login/sta. Sets controlled device IP mode.",
      R"({"control":{"displayControl":{"output1":{"remoteNetworkDevice":{"mode":"%s"}}}}})", word<clientModes>,
      plainRow},
@@ -280,8 +279,8 @@ constexpr CommandEntry rows[] = {
     {"SetStrgType", "SetStrgType    SetStrgType x, x are ascii/hex/sta. Set to show string command type.",
      R"({"control":{"displayControl":{"output1":{"triger":{"command":{"sendMode":"%s"}}}}}})", word<commandTypes>,
      markedRow},
-    {"CommaWait", "CommaWait    CommaWait x, x are on/off/sta. Set the comma delay function.",
-     R"({"control":{"displayControl":{"output1":{"triger":{"command":{"commandWait":%s}}}}}})", onOffSwitch, markedRow},
+    {"CommaWait", "CommaWait    CommaWait x, x are on/off/sta. Set the comma delay function.", commandWaitLeaf,
+     onOffSwitch, markedRow},
     {"RelayAct1", relayActHelp, R"({"control":{"displayControl":{"output1":{"relay":{"relayAct1":"%s"}}}}})",
      word<relayStates>, markedRow | unlistedRow},
     {"RelayAct2", relayActHelp, R"({"control":{"displayControl":{"output1":{"relay":{"relayAct2":"%s"}}}}})",
@@ -306,9 +305,9 @@ constexpr CommandEntry rows[] = {
     {"InputStatus", inputStatusHelp, R"({"video":{"vidIn":{"hdmiIn":{"hdmiIn1":{"connected":%s}}}}})", inputStatus,
      markedRow},
     {"InputBroadcast", "InputBroadcast    InputBroadcast x,  x are on/off/sta.  Sets the input status to broadcast.",
-     R"({"system":{"inputBroadcast":%s}})", unconfirmedSwitch, markedRow | unlistedRow},
+     inputBroadcastLeaf, unconfirmedSwitch, markedRow | unlistedRow},
     {"ScalerPtMode", "ScalerPtMode    ScalerPtMode x, x are on/off/sta. Set the scaler pass-through mode.",
-     R"({"video":{"vidProcess":{"scaler":{"scalerMode":%s}}}})", invertedSwitch, markedRow},
+     scalerModeLeaf, invertedSwitch, markedRow},
     {"SetLabel boot", "SetLabel x[y], x is boot, Y is string(max byte=30). Set user string.",
      R"({"video":{"vidOut":{"hdmiOut":{"hdmiOutA":{"osd":{"text":{"content":"%s"}}}}}}})", label, markedRow},
 

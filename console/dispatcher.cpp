@@ -1,8 +1,8 @@
 #include "console/dispatcher.h"
 
-#include "console/broadcast.h"
 #include "console/command_table.h"
 #include "console/event_listener.h"
+#include "settings/write_path.h"
 #include "text/text.h"
 
 void dispatchCommand(const char* line) {

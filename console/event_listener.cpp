@@ -1,14 +1,15 @@
 #include "console/event_listener.h"
 
 #include "command/command.h"
+#include "command/events.h"
 #include "command/owned_token.h"
 #include "console/bus_loop.h"
 #include "console/change_walk.h"
-#include "console/idle.h"
 #include "console/session.h"
 #include "platform/json_token.h"
 #include "platform/user_status.h"
 #include "settings/leaf.h"
+#include "system/network_leaves.h"
 #include "text/fixed_text.h"
 #include "text/text.h"
 #include "video/link_report.h"
@@ -124,10 +125,10 @@ constexpr BusSubscription subscriptions[] = {
     {"videoUserConfigChanged", onConfigChanged, videoCategory},
     {"networkUserConfigChanged", onConfigChanged, networkCategory},
     {"systemUserConfigChanged", onConfigChanged, systemCategory},
-    {"CommandFeedback", onCommandFeedback, nullptr},
+    {commandFeedbackEvent, onCommandFeedback, nullptr},
     {"videoStatusConfigChanged", onLinkStatusChanged, videoCategory},
     {"systemStatusConfigChanged", onStatusChanged, systemCategory},
-    {"UpgradeSlaveVersionQuery", onUpgradeState, nullptr},
+    {upgradeEvent, onUpgradeState, nullptr},
 };
 
 }  // namespace

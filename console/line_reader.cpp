@@ -46,7 +46,7 @@ void LineReader::take(char byte) {
     }
 }
 
-void LineReader::takeSilence() {
+void LineReader::onQuiet() {
     if (zone_.isCollecting()) zone_.finish();
 }
 
@@ -55,11 +55,11 @@ void LineReader::endLine(char terminator) {
     session_.turns.endLine();
     session_.idle.restart();
     if (line_.size() == 0) return;
-    handLineOn(terminator);
+    processLine(terminator);
     line_.clear();
 }
 
-void LineReader::handLineOn(char terminator) {
+void LineReader::processLine(char terminator) {
     const char* line = line_.c_str();
     if (zone_.isCollecting() || startsWith(line, zoneWord)) {
         zone_.collect(line, line_.size(), terminator);
@@ -75,6 +75,6 @@ void runLineReader(SessionContext& session) {
     // One byte a round: a hang-up is seen before the next byte, and what is not taken yet still waits in the terminal.
     while (sessionRunning) {
         if (waitForInput() && readByte(reader)) continue;
-        reader.takeSilence();
+        reader.onQuiet();
     }
 }

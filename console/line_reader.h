@@ -15,11 +15,11 @@ class LineReader {
     void take(char byte);
 
     /// Nothing was typed for a while, which ends the text of an RS232zone command.
-    void takeSilence();
+    void onQuiet();
 
   private:
     void endLine(char terminator);
-    void handLineOn(char terminator);
+    void processLine(char terminator);
 
     SessionContext& session_;
     FixedText<4096> line_;

@@ -3,6 +3,7 @@
 #include "command/log.h"
 #include "command/owned_token.h"
 #include "console/session.h"
+#include "console/terminal.h"
 #include "platform/lpc.h"
 #include "platform/user_config.h"
 #include "platform/user_status.h"
@@ -20,11 +21,6 @@ using Path = FixedText<64>;
 
 /// The account whose user name was accepted.
 int loginUserIndex = 0;
-
-[[noreturn]] void endWith(const char* call) {
-    std::perror(call);
-    std::exit(1);
-}
 
 void leaveCanonicalMode() {
     termios attributes;

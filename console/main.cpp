@@ -1,7 +1,6 @@
 /// The entry of a console: one process for one connection, which is its standard input, output and error.
 
 #include "console/event_listener.h"
-#include "console/idle.h"
 #include "console/line_reader.h"
 #include "console/relay.h"
 #include "console/session.h"

@@ -1,7 +1,7 @@
 /// The state of one console session: what the line reader, the signal handler and the threads share.
 #pragma once
 
-#include "console/idle_clock.h"
+#include "console/idle.h"
 #include "console/line_turns.h"
 
 #include <atomic>

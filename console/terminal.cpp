@@ -7,11 +7,6 @@
 
 namespace {
 
-[[noreturn]] void endWith(const char* call) {
-    std::perror(call);
-    std::exit(1);
-}
-
 /// What cfmakeraw() does, written out because a small libc may lack it; VMIN and VTIME stay as they are.
 void makeRaw(termios& attributes) {
     attributes.c_iflag &= ~static_cast<tcflag_t>(IGNBRK | BRKINT | PARMRK | ISTRIP | INLCR | IGNCR | ICRNL | IXON);
@@ -22,6 +17,11 @@ void makeRaw(termios& attributes) {
 }
 
 }  // namespace
+
+void endWith(const char* call) {
+    std::perror(call);
+    std::exit(1);
+}
 
 void makeTerminalRaw() {
     termios attributes;

@@ -37,7 +37,7 @@ constexpr const char* fallible[] = {
 void happen(LineReader& reader, unsigned char what) {
     if (what == 'r') return fake_platform::setReply("systemd", "sshAddUser", "success");
     if (what == 'R') return fake_platform::setReply("systemd", "sshAddUser", "fail: the name is taken");
-    if (what < 'a' || what - 'a' >= static_cast<int>(std::size(fallible))) return reader.takeSilence();
+    if (what < 'a' || what - 'a' >= static_cast<int>(std::size(fallible))) return reader.onQuiet();
     fake_platform::fail(fallible[what - 'a'], 1);
 }
 
@@ -52,7 +52,7 @@ void type(const std::uint8_t* bytes, std::size_t count) {
         }
     }
     reader.take('\r');
-    reader.takeSilence();
+    reader.onQuiet();
 }
 
 void checkShellLines() {

@@ -3,8 +3,8 @@
 /// filled with the new value, the update document and the payload of the change event.
 #pragma once
 
-#include "text/json_text.h"
 #include "text/owned_text.h"
+#include "text/quoting.h"
 
 #include <optional>
 

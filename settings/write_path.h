@@ -5,6 +5,12 @@
 #include "command/log.h"
 #include "settings/leaf.h"
 
+/// The setting that decides who shows a change: every console, or only the one that made it.
+inline constexpr char broadcastLeaf[] = R"({"system":{"broadcast":%s}})";
+
+/// Asks the settings store; off where it cannot be read.
+inline bool isBroadcastOn() { return readBoolean(broadcastLeaf).value_or(0) == 1; }
+
 /// Publishes `document` as the change event of its branch ("audioUserConfigChanged" for {"audio":...}). A failure goes
 /// to standard error as `failureText`, or where that is null as "publishEvent(<event> SYSTEM_CMD_REQ_DEFAULT!)".
 void publishChange(const Document& document, const char* failureText = nullptr);

@@ -1,5 +1,6 @@
 #include "system/orders.h"
 
+#include "command/events.h"
 #include "command/service_call.h"
 #include "platform/event_bus.h"
 #include "platform/shell.h"
@@ -18,7 +19,7 @@ namespace {
 constexpr useconds_t rebootDelay = 3'000'000;
 
 void askUpgradeService(const char* request) {
-    if (eventbus_publish("UpgradeSlaveVersionQuery", request) != 0) {
+    if (eventbus_publish(upgradeEvent, request) != 0) {
         std::perror("publishEvent(UpgradeSlaveVersionQuery SYSTEM_CMD_REQ_DEFAULT!)");
     }
 }

@@ -1,7 +1,7 @@
 #include "system/report.h"
 
 #include "settings/leaf.h"
-#include "system/factory_text.h"
+#include "system/factory.h"
 #include "system/network_leaves.h"
 #include "text/text.h"
 
@@ -48,7 +48,7 @@ struct Item {
 };
 
 constexpr Item items[] = {
-    {"Model", {readText, R"({"system":{"model":"%s"}})"}},
+    {"Model", {readText, modelLeaf}},
     {"MAC Addr", {readFactoryText, "MacAddr"}},
     {"Address Type", {readText, bootProtoLeaf}},
     {"IP Addr", {readStatusText, ipAddressLeaf}},
@@ -60,7 +60,7 @@ constexpr Item items[] = {
     {"SSH Port", {readNumber, R"({"network":{"ssh":{"sshPort":%d}}})"}, false},
     {"Firmware", {readFactoryText, "FirmwareVer"}},
     {"On/Up Time <dd HH:mm:ss>", {readUptime, R"({"time":{"status":{"bootUpTime":%f}}})"}},
-    {"Hostname", {readText, R"({"network":{"netbios":{"hostname":"%s"}}})"}, false},
+    {"Hostname", {readText, hostNameLeaf}, false},
 };
 
 struct Version {

@@ -13,6 +13,8 @@ void reportVersion(const Command& command);
 /// Type: the name of the model.
 void reportModel(const Command& command);
 
+inline constexpr char modelLeaf[] = R"({"system":{"model":"%s"}})";
+
 /// The model's leaf has no printer: a change of it shows nothing.
 inline constexpr Family modelReport{.action = reportModel, .kind = LeafKind::text};
 

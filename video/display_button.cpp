@@ -1,5 +1,6 @@
 #include "video/display_button.h"
 
+#include "command/events.h"
 #include "command/service_call.h"
 #include "platform/event_bus.h"
 #include "settings/change_lock.h"
@@ -34,7 +35,7 @@ const char* powerFor(const char* word) {
 void announcePower(const Command& command, const char* word) {
     FixedText<32> text;
     text.appendFormat("%s %s", command.rowName, word);
-    if (eventbus_publish("CommandFeedback", text.c_str()) == 0) return;
+    if (eventbus_publish(commandFeedbackEvent, text.c_str()) == 0) return;
     if (isLogged(LOG_LEVEL_ERROR)) __printLog(LOG_LEVEL_ERROR, "eventbus_publish(UserConfigFeedback error!)");
 }
 
@@ -52,7 +53,7 @@ void setPower(const Command& command) {
 void callCec(const char* word) { callService("intermcud", "TrigCEC", word); }
 
 void sendToDisplay(const SentWord& sent) {
-    const OwnedText type = readText(R"({"control":{"displayControl":{"output1":{"controlType":"%s"}}}})");
+    const OwnedText type = readText(controlTypeLeaf);
     if (!type) return;
     if (isLogged(LOG_LEVEL_TRACE)) __printLog(LOG_LEVEL_TRACE, "controlType = %s\r\n", type.get());
     if (equals(type.get(), "rs-232")) return sendTrigger(rs232, sent.trigger);

@@ -3,6 +3,9 @@
 
 #include "command/family.h"
 
+/// The setting that says how the display is controlled.
+inline constexpr char controlTypeLeaf[] = R"({"control":{"displayControl":{"output1":{"controlType":"%s"}}}})";
+
 /// DispBtn: "on", "off" and "tog" store the power word and confirm it, on all consoles when broadcast is on; "sta"
 /// shows it. "mute", "vol+" and "vol-" send the stored string of the configured control type, or with CEC the word.
 void pressDisplayButton(const Command& command);

@@ -70,7 +70,7 @@ void reportInput(const Command& command) {
 }
 
 void printInputStatus(const Change& /*change*/) {
-    if (readBoolean(R"({"system":{"inputBroadcast":%s}})") == 1) printBothInputs();
+    if (readBoolean(inputBroadcastLeaf) == 1) printBothInputs();
 }
 
 void reportInputFormat(const Command& command) {

@@ -23,7 +23,10 @@ void reportInput(const Command& command);
 /// be read.
 void reportBothInputs(const Command& command);
 
-/// Shows both connections when one has changed, while the setting `system.inputBroadcast` is on.
+/// Whether changed connections are shown at all.
+inline constexpr char inputBroadcastLeaf[] = R"({"system":{"inputBroadcast":%s}})";
+
+/// Shows both connections when one has changed, while they are to be shown.
 void printInputStatus(const Change& change);
 
 inline constexpr Family inputStatus{

@@ -21,7 +21,7 @@ void printList(std::span<const Word> words, const char* title, const char* forma
 }  // namespace
 
 bool readScalerModeStatus() {
-    const std::optional<int> mode = readBoolean(R"({"video":{"vidProcess":{"scaler":{"scalerMode":%s}}}})");
+    const std::optional<int> mode = readBoolean(scalerModeLeaf);
     if (mode && isLogged(LOG_LEVEL_TRACE)) __printLog(LOG_LEVEL_TRACE, "[%s] scalerMode=%d\r\n", __func__, *mode);
     return mode == 1;
 }

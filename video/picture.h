@@ -4,6 +4,8 @@
 #include "command/family.h"
 #include "settings/word_setting.h"
 
+inline constexpr char scalerModeLeaf[] = R"({"video":{"vidProcess":{"scaler":{"scalerMode":%s}}}})";
+
 /// The scaler gate: true while the output runs through the scaler, when picture adjustments make sense; false also when
 /// the setting cannot be read.
 bool readScalerModeStatus();

@@ -15,8 +15,6 @@ namespace {
 constexpr char repeatLeaf[] = R"({"control":{"displayControl":{"output1":{"triger":{"command":{"repeat":%s}}}}}})";
 constexpr char repeatTimesLeaf[] =
     R"({"control":{"displayControl":{"output1":{"triger":{"command":{"repeatTimes":%d}}}}}})";
-constexpr char commandWaitLeaf[] =
-    R"({"control":{"displayControl":{"output1":{"triger":{"command":{"commandWait":%s}}}}}})";
 
 struct StoredString {
     OwnedText content;

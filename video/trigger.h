@@ -8,6 +8,10 @@
 
 #include <cstddef>
 
+/// Whether a string is sent in pieces.
+inline constexpr char commandWaitLeaf[] =
+    R"({"control":{"displayControl":{"output1":{"triger":{"command":{"commandWait":%s}}}}}})";
+
 /// A way to the display.
 struct Transport {
     const char* busyLeaf;  ///< status: true while something is under way
@@ -35,7 +39,7 @@ inline constexpr Trigger mute{"mute", "feedbackMute", &TriggerEnd::asHexWords, 1
 inline constexpr Trigger volumeUp{"volumePlus", nullptr, &TriggerEnd::asCharacters, 256};
 inline constexpr Trigger volumeDown{"volumeMinus", nullptr, &TriggerEnd::asCharacters, 256};
 
-/// Sends the stored string, in pieces when the setting "commandWait" is on. Nothing happens while the transport is
+/// Sends the stored string, in pieces when the setting says so. Nothing happens while the transport is
 /// busy or when a text is missing. A failed call goes to standard error and frees the transport for the next trigger.
 void sendTrigger(const Transport& transport, const Trigger& trigger);
 

@@ -1,7 +1,7 @@
 /// What the console hands to a display-control daemon: one control string, or one piece of a paced one.
 #pragma once
 
-#include "text/json_text.h"
+#include "text/quoting.h"
 
 /// A string and what follows it.
 struct EndedString {

@@ -1,4 +1,4 @@
-#include "console/idle_clock.h"
+#include "console/idle.h"
 
 #include <gtest/gtest.h>
 

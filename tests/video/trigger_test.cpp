@@ -1,7 +1,6 @@
 #include "video/trigger.h"
 
 #include "tests/dialogue.h"
-#include "video/end_word_report.h"
 #include "video/trigger_pacing.h"
 
 #include <gtest/gtest.h>

@@ -24,7 +24,7 @@ void type(const std::string& line) {
     LineReader reader(session);
     for (const char byte : line) reader.take(byte);
     reader.take('\r');
-    reader.takeSilence();
+    reader.onQuiet();
 }
 
 }  // namespace

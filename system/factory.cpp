@@ -1,11 +1,14 @@
-#include "system/factory_commands.h"
+#include "system/factory.h"
 
+#include "platform/factory_data.h"
+#include "platform/shell.h"
 #include "platform/user_status.h"
 #include "settings/leaf.h"
-#include "system/factory_text.h"
+#include "text/quoting.h"
 #include "text/text.h"
 #include "text/words.h"
 
+#include <cerrno>
 #include <cstdio>
 
 namespace {
@@ -41,6 +44,25 @@ bool updateMacStatus(const char* address) {
 }
 
 }  // namespace
+
+OwnedText readFactoryText(const char* key) {
+    char* text = nullptr;
+    factory_read_data(key, &text);
+    return OwnedText(text);
+}
+
+bool writeFactoryText(const char* key, const char* value) {
+    FixedText<256> line;
+    line.appendFormat("/mnt/mtd/bin/factory_tool -w %s ", key);
+    appendShellArgument(line, value);
+    if (line.isCut()) {
+        errno = EMSGSIZE;
+        return false;
+    }
+    if (lsystem(line.c_str()) == 0) return true;
+    errno = EIO;
+    return false;
+}
 
 void writeMacAddress(const Command& command) {
     if (std::strlen(command.argument) >= macRoom || MacGroups(command.argument, "-").count() != 6) {

@@ -1,7 +1,15 @@
-/// The production commands: a row's leaf is the key of its factory text.
+/// What production wrote into the device, and the commands with which it does: a row's leaf is the key of its text.
 #pragma once
 
 #include "command/family.h"
+#include "text/owned_text.h"
+
+/// The text under `key`; null where there is none.
+OwnedText readFactoryText(const char* key);
+
+/// Has the factory tool write `value` under `key`; the value reaches it as one argument whatever it holds. Returns
+/// false with errno set when the line does not fit or the tool fails.
+bool writeFactoryText(const char* key, const char* value);
 
 /// SQrnMac aa-bb-cc-dd-ee-ff: writes the MAC address, shows what was written and tells the status store. The address
 /// is kept with colons and shown with dashes.
