@@ -20,6 +20,7 @@ What has to follow, nothing more and nothing less, before the next of the above:
     * event NAME TEXT     what the bus carried, as "devicectl watch" prints it; not looked at where no "*" stands,
     * nothing             and this for nothing at all
     log: text             a line with this text that the run logs from the last action on; "get" is none
+    log +5: text          the same, and at least 5 s after the line before
 
 A text in double quotes is read with C escapes, and %{text*3} stands for texttexttext. Nothing here sleeps: behind each
 step an unknown word is typed and an event published, and what came before both have answered is what the step did.
@@ -28,6 +29,7 @@ step an unknown word is typed and an event published, and what came before both 
 import argparse
 import ast
 import contextlib
+import datetime
 import difflib
 import itertools
 import os
@@ -149,6 +151,11 @@ class Stage:
         """What was logged and was not forgotten."""
         return pathlib.Path(self.device.root, "log/device.log").read_bytes()[self.logged:] if self.device else b""
 
+    def moment_of(self, text):
+        """When a line with this text was logged; nothing while there is none."""
+        lines = [line.decode(errors="replace") for line in self.log().splitlines() if text.encode() in line]
+        return lines and datetime.datetime.strptime(lines[0].split()[0], "%Y-%m-%dT%H:%M:%S.%fZ")
+
 
 class Step:
     """One action and what has to follow it."""
@@ -160,8 +167,10 @@ class Step:
     def expect(self, kind, operand):
         if kind.endswith(" closed"):
             self.closed |= set(kind.split()[0])
-        elif kind in ("|", "*", "log:"):
-            {"|": self.output, "*": self.watched, "log:": self.logged}[kind].append(operand)
+        elif kind in ("|", "*"):
+            {"|": self.output, "*": self.watched}[kind].append(operand)
+        elif kind.startswith("log"):
+            self.logged.append((int(kind[4:-1] or 0), operand))
         else:
             data = text(operand) + (b"" if kind.endswith("::") else b"\r\n")
             for name in kind.rstrip(":"):
@@ -236,12 +245,15 @@ class Step:
         if self.watched:
             carried = [line for line in watched if not line.startswith("event CommandFeedback fence-")]
             compare("on the bus", [line for line in self.watched if line != "nothing"], carried)
-        for wanted in self.logged:
-            wait_until(lambda: wanted.encode() in stage.log(), f"the log holds {wanted!r}")
+        moment = datetime.datetime.min
+        for seconds, wanted in self.logged:
+            before, moment = moment, wait_until(lambda: stage.moment_of(wanted), f"the log holds {wanted!r}")
+            if moment < before + datetime.timedelta(seconds=seconds):
+                raise Failure(f"not {seconds} s later, but {moment - before}: {wanted}")
 
 
 ACTION = re.compile(r"(open|fake|\$|[A-Z]>>|[A-Z][>=!]) (.*)")
-EXPECTATION = re.compile(r"([A-Z]+::?|[A-Z]+ closed|\||\*|log:)(?: (.*))?$")
+EXPECTATION = re.compile(r"([A-Z]+::?|[A-Z]+ closed|\||\*|log(?: \+\d+)?:)(?: (.*))?$")
 
 
 def read_session(path):
