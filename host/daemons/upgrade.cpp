@@ -1,12 +1,16 @@
 #include "host/base/device_process.h"
+#include "host/base/json.h"
 #include "host/base/note.h"
+#include "host/base/start_port.h"
 #include "host/daemons/daemon.h"
 #include "host/daemons/daemons.h"
 #include "host/store/defaults.h"
 #include "host/store/store.h"
 #include "platform/event_bus.h"
+#include "platform/json_token.h"
 
 #include <csignal>
+#include <string>
 #include <string_view>
 
 namespace host {
@@ -18,6 +22,15 @@ using namespace std::chrono_literals;
 constexpr auto graceTime = 1s;
 
 constexpr char upgradeEvent[] = "UpgradeSlaveVersionQuery";
+
+/// The defaults, on the telnet port that the device was given on its command line.
+std::string settingsAfterReset() {
+    const Json settings = parseExactJson(defaultSettings);
+    const int port = readStartPorts().given;
+    if (port != 0)
+        json_token_object_walk_set_object(settings.get(), "network.telnet.telnetPort", json_object_new_int(port));
+    return compactText(settings.get());
+}
 
 class Upgrade {
   public:
@@ -32,8 +45,8 @@ class Upgrade {
     }
 
     static void resetDevice() {
-        note(settingsStore().replaceAll(defaultSettings) ? "the settings are the default ones"
-                                                         : "the settings cannot be reset: %m");
+        note(settingsStore().replaceAll(settingsAfterReset().c_str()) ? "the settings are the default ones"
+                                                                      : "the settings cannot be reset: %m");
     }
 
     void announceRestart() {

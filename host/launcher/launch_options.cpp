@@ -49,6 +49,7 @@ bool LaunchOptions::take(std::string_view name, std::string_view value) {
     if (name == "--max-sessions") return takeNumber(value, 1, mostSessions, maxSessions);
     if (name == "--max-per-address") return takeNumber(value, 1, mostSessions, maxPerAddress);
     if (name == "--peer-patience") return takeNumber(value, 1, longestPatience, peerPatience);
+    if (name == "--fallback-port") return takeNumber(value, 0, highestPort, fallbackPort);
     return false;
 }
 

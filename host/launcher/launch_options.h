@@ -16,6 +16,8 @@ struct LaunchOptions {
     int maxSessions = 256;
     int maxPerAddress = 192;
     int peerPatience = 10;  ///< seconds
+    static constexpr int noFallback = -1;
+    int fallbackPort = noFallback;  ///< for a telnet port that cannot be had, before any free one
 
     /// Takes "--listen ADDR", "--port N", "--ports A,B,C", "--max-sessions N", "--max-per-address N" or
     /// "--peer-patience SECONDS"; false for another name or a value that it cannot have.

@@ -16,8 +16,8 @@ constexpr auto retryTime = 1s;
 
 }  // namespace
 
-LauncherService::LauncherService(EventLoop& loop, Doors& doors, Sessions& sessions)
-    : loop_(loop), doors_(doors), sessions_(sessions), retry_(loop, [this] { offer(); }) {
+LauncherService::LauncherService(EventLoop& loop, Ports& ports, Sessions& sessions)
+    : loop_(loop), ports_(ports), sessions_(sessions), retry_(loop, [this] { offer(); }) {
     offer();
 }
 
@@ -52,7 +52,8 @@ void LauncherService::retryLater() {
 std::string LauncherService::listen(const char* port) {
     const std::optional<int> number = parseNumber(port, 1, highestPort);
     if (!number) return "fail not a port";
-    return doors_.moveTelnet(*number) ? "ok" : std::string("fail ") + std::strerror(errno);
+    if (ports_.moveTelnet(*number)) return "ok";
+    return std::string("fail ") + std::strerror(errno) + "; still listening on " + std::to_string(ports_.telnetPort());
 }
 
 }  // namespace host

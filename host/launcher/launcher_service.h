@@ -1,7 +1,7 @@
 /// What other daemons of the device may ask of the launcher, over LPC.
 #pragma once
 
-#include "host/launcher/doors.h"
+#include "host/launcher/ports.h"
 #include "host/launcher/sessions.h"
 #include "host/loop/event_loop.h"
 
@@ -15,7 +15,7 @@ namespace host {
 /// it tries again and again; the sessions do not need it.
 class LauncherService {
   public:
-    LauncherService(EventLoop& loop, Doors& doors, Sessions& sessions);
+    LauncherService(EventLoop& loop, Ports& ports, Sessions& sessions);
 
   private:
     void offer();
@@ -24,7 +24,7 @@ class LauncherService {
     std::string listen(const char* port);
 
     EventLoop& loop_;
-    Doors& doors_;
+    Ports& ports_;
     Sessions& sessions_;
     std::unique_ptr<ReadWatch> requests_;
     Timer retry_;

@@ -2,9 +2,9 @@
 #include "host/base/device_root.h"
 #include "host/base/readiness.h"
 #include "host/launcher/console_process.h"
-#include "host/launcher/doors.h"
 #include "host/launcher/launch_options.h"
 #include "host/launcher/launcher_service.h"
+#include "host/launcher/ports.h"
 #include "host/launcher/sessions.h"
 #include "host/loop/event_loop.h"
 
@@ -42,15 +42,15 @@ void raiseDescriptorLimit() {
 int serve(const LaunchOptions& options) {
     EventLoop loop;
     Sessions sessions(loop, options);
-    Doors doors(loop, options, sessions);
-    if (!doors.open()) return 1;
-    LauncherService service(loop, doors, sessions);
+    Ports ports(loop, options, sessions);
+    if (!ports.open()) return 1;
+    LauncherService service(loop, ports, sessions);
     const auto stop = [&] {
-        doors.close();
+        ports.close();
         sessions.close([&loop] { loop.stop(); });
     };
     SignalWatch onTerminate(loop, SIGTERM, stop), onInterrupt(loop, SIGINT, stop);
-    announceReady(doors.description());
+    announceReady(ports.description());
     loop.run();
     return 0;
 }

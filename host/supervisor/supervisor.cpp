@@ -3,6 +3,7 @@
 #include "host/base/device_root.h"
 #include "host/base/note.h"
 #include "host/base/readiness.h"
+#include "host/base/start_port.h"
 #include "host/bus/bus_config.h"
 #include "host/bus/bus_names.h"
 #include "host/daemons/daemons.h"
@@ -17,6 +18,7 @@
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <utility>
 
 namespace host {
 namespace {
@@ -112,6 +114,9 @@ Command Supervisor::launcherCommand(const std::string& program) const {
     if (!options_.isTelnetPortGiven) launch.telnetPort = storedTelnetPort(launch.telnetPort);
     Command command = launch.arguments();
     command.insert(command.begin(), program);
+    // A stored port may be one that cannot be had; the device comes up all the same.
+    if (!options_.isTelnetPortGiven)
+        command.insert(command.end(), {"--fallback-port", std::to_string(readStartPorts().last)});
     return command;
 }
 
@@ -142,10 +147,20 @@ void Supervisor::onLauncherReady(const std::string& address) {
     int telnetPort = 0;
     words >> listen >> telnetPort;
     for (int& port : options_.launch.rawPorts) words >> port;
-    options_.isTelnetPortGiven = false;
-    storeTelnetPort(telnetPort);
+    rememberStart(telnetPort);
     readyLine_ = "ready: telnet " + listen + " " + std::to_string(telnetPort);
     announceIfReady();
+}
+
+/// A port that was given is a setting from now on. One that was only listened on instead of the stored is none.
+void Supervisor::rememberStart(int telnetPort) {
+    StartPorts ports = readStartPorts();
+    if (std::exchange(options_.isTelnetPortGiven, false)) {
+        storeTelnetPort(telnetPort);
+        ports.given = telnetPort;
+    }
+    if (!isAnnounced_) ports.last = telnetPort;
+    if (!writeStartPorts(ports)) report("the port of this start cannot be kept: %m");
 }
 
 void Supervisor::announceIfReady() {

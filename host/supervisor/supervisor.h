@@ -44,6 +44,7 @@ class Supervisor {
     void startChild(Child& child);
     void onBusReady();
     void onLauncherReady(const std::string& address);
+    void rememberStart(int telnetPort);
     void announceIfReady();
 
     void reap();

@@ -147,17 +147,32 @@ class TelnetPort(unittest.TestCase):
             with Console.connect(new) as other:
                 other.ask(b"IPPort sta\r", f"IPPort {new}\r\n".encode())
 
-    def test_a_port_that_is_taken_leaves_the_old_one(self):
+    def test_a_port_that_cannot_be_had_leaves_the_old_one_also_at_the_next_start(self):
         with Device() as device, socket.create_server(("127.0.0.1", 0)) as taken:
-            stored = '{"network":{"telnet":{"telnetPort":%d}}}'
-            device.ctl("config", "set", stored % taken.getsockname()[1])
-            device.ctl("call", "networkd", "TelnetRestart", str(taken.getsockname()[1]))
-            device.ctl("config", "set", stored % device.port)
-            device.ctl("call", "networkd", "TelnetRestart", str(device.port))
-            device.ctl("call", "telnetLauncher", "listen", "x")
-            with open(device.root + "/log/device.log", encoding="utf-8") as log:
-                self.assertIn("cannot move to", log.read())
-            self.assertTrue(device.answers())
+            port, stays = device.port, f"still listening on {device.port}"
+            self.assertIn("not a port", device.ctl("call", "telnetLauncher", "listen", "x").stdout)
+            for wanted in (taken.getsockname()[1], device.ports[1]):
+                device.ctl("config", "set", '{"network":{"telnet":{"telnetPort":%d}}}' % wanted)
+                self.assertIn(stays, device.ctl("call", "networkd", "TelnetRestart", str(wanted)).stdout)
+                self.assertIn(f"cannot listen on 127.0.0.1 {wanted}: ", device.said())
+            os.kill(device.child("telnet_launcher"), signal.SIGKILL)
+            device.wait_for_news(f"listening on 127.0.0.1 {port} instead")
+            self.restart(device)
+            self.assertEqual((device.port, device.said().count(" instead")), (port, 2))
+
+    def test_a_reset_brings_back_the_port_that_was_given(self):
+        with Device() as device:
+            given = device.port
+            with device.console() as console:
+                console.ask(b"Mreset\r", b"\n")
+            self.restart(device)
+            self.assertEqual(device.port, given)
+
+    def restart(self, device):
+        with device.console() as console:
+            console.sendall(b"Reboot\r")
+            console.read_all()
+        device.wait_until_ready()
 
     def test_the_login_mode_ends_every_session(self):
         with Device() as device, Device() as other, other.console() as untouched:

@@ -12,11 +12,11 @@
 
 namespace host {
 
-class Doors {
+class Ports {
   public:
-    Doors(EventLoop& loop, const LaunchOptions& options, Sessions& sessions);
+    Ports(EventLoop& loop, const LaunchOptions& options, Sessions& sessions);
 
-    /// Opens all four; false with errno set and the failure on standard error when one cannot be opened.
+    /// Opens all four; false with the failure on standard error when one cannot be opened and has no fallback.
     bool open();
 
     /// Moves the telnet port; sessions stay. False with errno set and the old port kept when the new one is taken.
@@ -28,13 +28,17 @@ class Doors {
     /// "ADDR PORT A B C", with the ports they have got.
     std::string description() const;
 
+    int telnetPort() const { return listeners_.front()->port(); }
+
   private:
-    std::unique_ptr<Listener> openDoor(std::size_t index, int port);
+    bool openTelnet();
+    std::unique_ptr<Listener> openPort(std::size_t index, int port);
 
     EventLoop& loop_;
     const LaunchOptions& options_;
     Sessions& sessions_;
     std::array<std::unique_ptr<Listener>, consolePorts.size()> listeners_;
+    int failedPort_ = 0;
 };
 
 }  // namespace host
