@@ -25,7 +25,7 @@ void setWord(const Command& command) {
 void printWord(const Change& change);
 
 /// A word that is stored as it is typed is shown as it is stored, listed or not; any other as printWord() does.
-template <const auto& list, WordRules rules = {}, Gate gate = nullptr>
+template <const auto& list, WordRules rules = WordRules{}, Gate gate = nullptr>
 inline constexpr Family word{.action = setWord<rules>,
                              .printer = rules.status == WordStatus::asStored ? printText : printWord,
                              .kind = LeafKind::text,
