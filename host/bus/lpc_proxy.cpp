@@ -1,6 +1,7 @@
 #include "host/bus/bus_names.h"
 #include "host/bus/connection.h"
 #include "host/bus/outgoing.h"
+#include "host/bus/reply.h"
 #include "host/bus/text_message.h"
 #include "platform/lpc.h"
 
@@ -14,10 +15,13 @@ using host::statusOf;
 struct lpc_completion {
     ~lpc_completion() { forget(); }
 
+    /// Leaves errno to whoever is told why a call failed.
     void forget() {
+        const int error = errno;
         slot = sd_bus_slot_unref(slot);
         reply = sd_bus_message_unref(reply);
         bus = sd_bus_unref(bus);
+        errno = error;
     }
 
     sd_bus* bus = nullptr;
@@ -28,7 +32,9 @@ struct lpc_completion {
 
 namespace {
 
-constexpr int callLimit = 3000;  // milliseconds
+using namespace std::chrono_literals;
+
+constexpr auto callLimit = 3s;
 
 int onReply(sd_bus_message* reply, void* userData, sd_bus_error* /*error*/) {
     auto* completion = static_cast<lpc_completion*>(userData);
@@ -57,14 +63,17 @@ bool isCallable(const char* service, const char* method, const char* text) {
 
 }  // namespace
 
+std::optional<std::string> host::replyTo(const char* service, const char* method, const char* text,
+                                         std::chrono::milliseconds limit) {
+    if (!isCallable(service, method, text)) return std::nullopt;
+    lpc_completion call;
+    const auto send = [&](sd_bus* bus) { return callOn(bus, service, method, text, call); };
+    if (!sendFromThread(send) || lpc_completion_wait(&call, static_cast<int>(limit.count())) != 0) return std::nullopt;
+    return call.text != nullptr ? call.text : "";
+}
+
 int lpc_proxy_call(const char* service, const char* method, const char* text) {
-    lpc_completion* completion = nullptr;
-    if (lpc_proxy_call_with_reply(service, method, text, &completion) != 0) return -1;
-    const int result = lpc_completion_wait(completion, callLimit);
-    const int error = errno;
-    lpc_completion_destroy(completion);
-    errno = error;
-    return result;
+    return statusOf(host::replyTo(service, method, text, callLimit).has_value());
 }
 
 int lpc_proxy_call_with_reply(const char* service, const char* method, const char* text, lpc_completion** completion) {

@@ -1,47 +1,35 @@
 #include "host/base/json.h"
 #include "host/base/note.h"
+#include "host/bus/reply.h"
 #include "host/daemons/daemon.h"
 #include "host/daemons/daemons.h"
 #include "host/daemons/leaf_value.h"
 #include "host/store/defaults.h"
 #include "platform/json_token.h"
-#include "platform/lpc.h"
 #include "platform/user_config.h"
 
+#include <cerrno>
 #include <cstring>
-#include <memory>
 #include <optional>
 #include <string>
 
 namespace host {
 namespace {
 
-struct DestroyCompletion {
-    void operator()(lpc_completion* completion) const { lpc_completion_destroy(completion); }
-};
-using OwnedCompletion = std::unique_ptr<lpc_completion, DestroyCompletion>;
+using namespace std::chrono_literals;
 
 constexpr char ipSettingsPath[] = "network.eth0.ipSettings";
 constexpr char telnetPortPath[] = "network.telnet.telnetPort";
 
 /// Well below the time that the caller in turn waits for this daemon.
-constexpr int launcherLimit = 1000;  // milliseconds
-
-/// What the launcher says to a move of its telnet port: "ok", or "fail" and the reason.
-std::string moveTelnetPort(const char* port) {
-    lpc_completion* pending = nullptr;
-    const bool sent = lpc_proxy_call_with_reply("telnetLauncher", "listen", port, &pending) == 0;
-    const OwnedCompletion completion(pending);
-    if (!sent || lpc_completion_wait(pending, launcherLimit) != 0) return std::string("fail ") + std::strerror(errno);
-    const char* reply = lpc_completion_data(pending);
-    return reply != nullptr ? reply : "fail no answer";
-}
+constexpr auto launcherLimit = 1s;
 
 /// The stored port counts, whatever was asked for: a request that comes late, after another console's, changes nothing.
 std::string restartTelnet(const char* asked) {
     const std::optional<int> stored = settingNumber(telnetPortPath);
     const std::string port = stored ? std::to_string(*stored) : asked;
-    std::string reply = moveTelnetPort(port.c_str());
+    const std::optional<std::string> answer = replyTo("telnetLauncher", "listen", port.c_str(), launcherLimit);
+    const std::string reply = answer ? *answer : std::string("fail ") + std::strerror(errno);
     if (!reply.starts_with("ok")) note("the telnet port cannot move to %s: %s", port.c_str(), reply.c_str());
     return reply;
 }

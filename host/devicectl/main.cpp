@@ -5,10 +5,10 @@
 #include "host/base/visible_text.h"
 #include "host/bus/call_log.h"
 #include "host/bus/monitor.h"
+#include "host/bus/reply.h"
 #include "host/store/store.h"
 #include "platform/event_bus.h"
 #include "platform/factory_data.h"
-#include "platform/lpc.h"
 #include "text/owned_text.h"
 
 #include <algorithm>
@@ -18,7 +18,6 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -26,6 +25,8 @@
 
 namespace host {
 namespace {
+
+using namespace std::chrono_literals;
 
 constexpr int failureStatus = 1;
 constexpr int usageStatus = 2;
@@ -55,19 +56,10 @@ int setStatus(const Arguments& words) { return statusOf(statusStore().update(wor
 
 int publish(const Arguments& words) { return statusOf(eventbus_publish(words[0], words[1]) == 0, words[0]); }
 
-struct DestroyCompletion {
-    void operator()(lpc_completion* completion) const { lpc_completion_destroy(completion); }
-};
-
-constexpr int callLimit = 10'000;  // milliseconds
-
 int call(const Arguments& words) {
-    lpc_completion* pending = nullptr;
-    const bool sent = lpc_proxy_call_with_reply(words[0], words[1], words[2], &pending) == 0;
-    const std::unique_ptr<lpc_completion, DestroyCompletion> completion(pending);
-    if (!sent || lpc_completion_wait(pending, callLimit) != 0) return fail(std::string(words[0]) + " " + words[1]);
-    const char* reply = lpc_completion_data(pending);
-    if (reply != nullptr && *reply != '\0') std::puts(reply);
+    const std::optional<std::string> reply = replyTo(words[0], words[1], words[2], 10s);
+    if (!reply) return fail(std::string(words[0]) + " " + words[1]);
+    if (!reply->empty()) std::puts(reply->c_str());
     return 0;
 }
 

@@ -1,6 +1,7 @@
 /// A bus of the test's own, which can be frozen, and who listens there.
 #pragma once
 
+#include "host/base/start_program.h"
 #include "host/bus/bus_config.h"
 #include "host/bus/subscriptions.h"
 #include "platform/event_bus.h"
@@ -20,11 +21,7 @@ class PrivateBus : public testing::Test {
         int ready[2];
         ASSERT_EQ(pipe(ready), 0);
         const std::string told = "--print-address=" + std::to_string(ready[1]);
-        daemon_ = fork();
-        if (daemon_ == 0) {
-            execlp("dbus-daemon", "dbus-daemon", "--nofork", config.c_str(), told.c_str(), nullptr);
-            _exit(127);
-        }
+        daemon_ = host::startProgram({"/usr/bin/dbus-daemon", {"dbus-daemon", "--nofork", config, told}});
         close(ready[1]);
         char byte = 0;
         ASSERT_EQ(read(ready[0], &byte, 1), 1) << "dbus-daemon did not start";
