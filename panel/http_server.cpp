@@ -3,8 +3,10 @@
 #include "panel/origin.h"
 
 #include <event2/buffer.h>
+#include <event2/event.h>
 #include <event2/http.h>
 #include <event2/keyvalq_struct.h>
+#include <event2/listener.h>
 #include <new>
 
 namespace panel {
@@ -40,6 +42,16 @@ Request read(evhttp_request* raw) {
             orEmpty(evhttp_uri_get_query(uri)), bodyOf(raw)};
 }
 
+/// The waiting connection keeps the socket readable: without a pause the loop would spin.
+void pauseAccepting(evconnlistener* listener, void* /*context*/) {
+    constexpr timeval pause = {0, 100'000};
+    const auto resume = [](evutil_socket_t, short, void* paused) {
+        evconnlistener_enable(static_cast<evconnlistener*>(paused));
+    };
+    evconnlistener_disable(listener);
+    event_base_once(evconnlistener_get_base(listener), -1, EV_TIMEOUT, resume, listener, &pause);
+}
+
 }  // namespace
 
 void Request::reply(int status, std::string_view text, const char* type) const {
@@ -61,7 +73,10 @@ HttpServer::HttpServer(host::EventLoop& loop, Handler handler)
 }
 
 bool HttpServer::listen(const std::string& address, int port) {
-    return evhttp_bind_socket(server_.get(), address.c_str(), static_cast<ev_uint16_t>(port)) == 0;
+    evhttp_bound_socket* socket =
+        evhttp_bind_socket_with_handle(server_.get(), address.c_str(), static_cast<ev_uint16_t>(port));
+    if (socket != nullptr) evconnlistener_set_error_cb(evhttp_bound_socket_get_listener(socket), pauseAccepting);
+    return socket != nullptr;
 }
 
 void HttpServer::judge(evhttp_request* raw) const {
