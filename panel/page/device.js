@@ -9,11 +9,11 @@ let stream;
 
 /** Calls back with each "state" (all of it has to be looked at), "strip", "console" or "consoleEnded". */
 export function on(kind, callback) {
-  listeners[kind].push(callback);
+    listeners[kind].push(callback);
 }
 
 function tell(kind, value) {
-  for (const callback of listeners[kind]) callback(value);
+    for (const callback of listeners[kind]) callback(value);
 }
 
 /** A path is dotted, or an array of keys, which may hold anything. */
@@ -21,24 +21,24 @@ const keysOf = (path) => (Array.isArray(path) ? path : path.split("."));
 
 /** The value at a path, undefined where there is none. */
 export function read(store, path) {
-  return keysOf(path).reduce((tree, key) => tree?.[key], device[store]);
+    return keysOf(path).reduce((tree, key) => tree?.[key], device[store]);
 }
 
 /** {a: {b: value}} for "a.b". */
 export function wrap(path, value) {
-  return keysOf(path).reduceRight((inner, key) => ({ [key]: inner }), value);
+    return keysOf(path).reduceRight((inner, key) => ({ [key]: inner }), value);
 }
 
 /** Asks the device for something; says why when it is refused. */
 export async function send(action, body = "") {
-  try {
-    const answer = await fetch(action, { method: "POST", body });
-    if (!answer.ok) notice(await answer.text());
-    return answer.ok;
-  } catch {
-    notice("The device does not answer.");
-    return false;
-  }
+    try {
+        const answer = await fetch(action, { method: "POST", body });
+        if (!answer.ok) notice(await answer.text());
+        return answer.ok;
+    } catch {
+        notice("The device does not answer.");
+        return false;
+    }
 }
 
 export const change = (store, path, value) => send(store, JSON.stringify(wrap(path, value)));
@@ -54,47 +54,47 @@ export const openConsole = () => send(`console?${page}`);
 export const type = (text) => send(`type?${page}`, text);
 
 function take(message) {
-  if (message.page) {
-    page = message.page;
-    Object.assign(device, { settings: {}, status: {}, isLive: true });
-  }
-  Object.assign(device.settings, message.settings);
-  Object.assign(device.status, message.status);
-  if (message.sessions) device.sessions = message.sessions;
-  if (message.display) device.display = message.display;
-  if (message.strip) tell("strip", message.strip);
-  if (message.console !== undefined) tell("console", message.console);
-  if (message.consoleEnded) tell("consoleEnded");
-  if (message.page || message.settings || message.status || message.sessions || message.display) tell("state");
+    if (message.page) {
+        page = message.page;
+        Object.assign(device, { settings: {}, status: {}, isLive: true });
+    }
+    Object.assign(device.settings, message.settings);
+    Object.assign(device.status, message.status);
+    if (message.sessions) device.sessions = message.sessions;
+    if (message.display) device.display = message.display;
+    if (message.strip) tell("strip", message.strip);
+    if (message.console !== undefined) tell("console", message.console);
+    if (message.consoleEnded) tell("consoleEnded");
+    if (message.page || message.settings || message.status || message.sessions || message.display) tell("state");
 }
 
 function lose() {
-  if (!device.isLive) return;
-  device.isLive = false;
-  tell("consoleEnded");
-  tell("state");
+    if (!device.isLive) return;
+    device.isLive = false;
+    tell("consoleEnded");
+    tell("state");
 }
 
 /** The browser itself comes back when the stream ends, but not when it was refused. */
 function connect() {
-  stream = new EventSource("events");
-  stream.onmessage = (event) => take(JSON.parse(event.data));
-  stream.onerror = () => {
-    lose();
-    if (stream.readyState === EventSource.CLOSED) setTimeout(connect, 1000);
-  };
+    stream = new EventSource("events");
+    stream.onmessage = (event) => take(JSON.parse(event.data));
+    stream.onerror = () => {
+        lose();
+        if (stream.readyState === EventSource.CLOSED) setTimeout(connect, 1000);
+    };
 }
 
 /** A page that nobody sees costs the device nothing, unless its console is in use. */
 export function start(isConsoleOpen) {
-  connect();
-  document.addEventListener("visibilitychange", () => {
-    if (document.hidden && !isConsoleOpen()) {
-      stream.close();
-      lose();
-    } else if (!document.hidden && !device.isLive) {
-      stream.close();
-      connect();
-    }
-  });
+    connect();
+    document.addEventListener("visibilitychange", () => {
+        if (document.hidden && !isConsoleOpen()) {
+            stream.close();
+            lose();
+        } else if (!document.hidden && !device.isLive) {
+            stream.close();
+            connect();
+        }
+    });
 }
