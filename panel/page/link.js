@@ -3,7 +3,7 @@ import { on, read, report, wrap } from "./device.js";
 import { byId, draw, make, write } from "./dom.js";
 
 const path = "video.vidIn.hdbtIn.hdbtIn1.linkMonitoring";
-const mostPoints = 120;
+const mostPoints = 61;
 const channels = ["A", "B", "C", "D"];
 const width = 320,
     height = 120;
@@ -57,15 +57,14 @@ const inject = (cable) =>
 const points = [];
 let lastText = "";
 
+/** Adds what is new, once somebody has reported. */
 function takePoint() {
     const text = read("status", `${path}.RX.allHexString`);
-    if (text === lastText) return false;
-    lastText = text;
     const decoded = decode("RX", text);
-    if (!decoded) return false;
-    points.push({ time: Date.now(), ...decoded });
+    if (!decoded || text === lastText) return;
+    lastText = text;
+    if (read("status", `${path}.respondFrom`) === "stat") points.push(decoded);
     if (points.length > mostPoints) points.shift();
-    return true;
 }
 
 const lines = Object.fromEntries(
@@ -99,7 +98,8 @@ function drawPlot() {
     const y = (value) => (height - 4 - (value / most) * (height - 12)).toFixed(1);
     for (const channel of channels) {
         const corners = points.map((point, i) => `${x(i)},${y(point.mse[channel])}`);
-        lines[channel].setAttribute("points", corners.join(" "));
+        const stub = points.length === 1 ? [`${x(-1)},${y(points[0].mse[channel])}`] : [];
+        lines[channel].setAttribute("points", [...stub, ...corners].join(" "));
     }
     write(scale, `MSE 0 – ${most}`);
 }
@@ -148,7 +148,7 @@ export function start() {
         makeControls(),
     );
     on("state", () => {
-        if (!takePoint()) return;
+        takePoint();
         drawPlot();
         showFacts();
     });

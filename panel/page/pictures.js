@@ -32,7 +32,7 @@ export const slider =
     };
 
 /** One of a few words side by side, or of many in a list. */
-export const choice = (words) => (name, change) => (words.length > 3 ? list : segments)(words, name, change);
+export const choice = (words) => (name, change) => (words.length > 3 || words.join("").length > 24 ? list : segments)(words, name, change);
 
 function segments(words, name, change) {
     const buttons = words.map((word) => make("button", { onclick: () => change(word) }, word));

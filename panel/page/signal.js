@@ -87,14 +87,8 @@ function makeLinkSwitch() {
 
 /** The display that the panel plays at the address in the settings. */
 function makeDisplaySwitch() {
-    const moods = [
-        ["answers", "answers"],
-        ["refuses", "refuses"],
-        ["off", "switched off"],
-    ];
-    const buttons = moods.map(([mood, name]) =>
-        make("button", { onclick: () => send("display", mood), value: mood }, name),
-    );
+    const moods = ["answers", "refuses", "off"];
+    const buttons = moods.map((mood) => make("button", { onclick: () => send("display", mood), value: mood }, mood));
     on("state", () => buttons.forEach((b) => b.setAttribute("aria-pressed", b.value === device.display)));
     return make(
         "div",
