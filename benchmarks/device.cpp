@@ -1,5 +1,6 @@
 #include "benchmarks/device.h"
 
+#include "host/base/program_start.h"
 #include "host/loop/unique_fd.h"
 
 #include <array>
@@ -16,17 +17,6 @@
 
 namespace bench {
 namespace {
-
-/// The supervisor with its standard output on `output`.
-pid_t startSupervisor(const std::filesystem::path& program, const std::filesystem::path& root, int output) {
-    const pid_t pid = fork();
-    if (pid != 0) return pid;
-    dup2(output, STDOUT_FILENO);
-    execl(program.c_str(), "device", "--root", root.c_str(), "--port", "0", "--ports", "0,0,0", "--panel", "0",
-          nullptr);
-    std::perror(program.c_str());
-    _exit(127);
-}
 
 /// The port of the line "ready: telnet 127.0.0.1 PORT"; 0 when the supervisor ends without it.
 int awaitReady(int output) {
@@ -47,7 +37,10 @@ Device::Device(const std::filesystem::path& build, std::filesystem::path root) :
     std::array<int, 2> pipe{};
     if (pipe2(pipe.data(), O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
     host::UniqueFd input(pipe[0]), output(pipe[1]);
-    pid_ = startSupervisor(build / "host/supervisor/supervisor", root_, output.get());
+    host::ProgramStart start;
+    start.give(output.get(), STDOUT_FILENO);
+    pid_ =
+        start.run(build / "host/supervisor/supervisor", {"device", "--root", root_, "--port", "0", "--ports", "0,0,0"});
     output.reset();
     port_ = awaitReady(input.release());
     if (port_ == 0) throw std::runtime_error("the device did not start");

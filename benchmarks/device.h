@@ -1,7 +1,7 @@
 /// A host device of the benchmarks' own.
 #pragma once
 
-#include "benchmarks/program.h"
+#include "benchmarks/session.h"
 
 #include <filesystem>
 #include <string>

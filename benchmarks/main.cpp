@@ -1,4 +1,4 @@
-/// Measures the console against the least that the same service could cost, and prints one table.
+/// Measures the console against the least that the same service could cost: see docs/performance.md.
 
 #include "benchmarks/measurements.h"
 
@@ -11,16 +11,6 @@
 
 namespace bench {
 namespace {
-
-struct Measurement {
-    const char* name;
-    std::vector<Row> (*run)(const Bench& bench);
-};
-
-constexpr Measurement measurements[] = {
-    {"query", queryRoundTrip}, {"set", durableSet},         {"crowd", crowdedSets},    {"fanout", fanOut},
-    {"start", sessionStart},   {"connect", sessionConnect}, {"memory", sessionMemory}, {"idle", idleTime},
-};
 
 struct Options {
     int blocks = 60;
@@ -44,19 +34,6 @@ bool isWanted(const Options& options, const char* name) {
     return options.names.empty() || std::find(options.names.begin(), options.names.end(), name) != options.names.end();
 }
 
-std::vector<Row> measure(const Options& options, const std::filesystem::path& build) {
-    const Device device(build, build / "benchmarks" / "device");
-    const Bench bench{device, build / "benchmarks", options.blocks};
-    std::vector<Row> rows;
-    for (const Measurement& measurement : measurements) {
-        if (!isWanted(options, measurement.name)) continue;
-        std::fprintf(stderr, "measuring: %s\n", measurement.name);
-        const std::vector<Row> measured = measurement.run(bench);
-        rows.insert(rows.end(), measured.begin(), measured.end());
-    }
-    return rows;
-}
-
 std::string load() {
     std::string average;
     std::ifstream("/proc/loadavg") >> average;
@@ -65,11 +42,21 @@ std::string load() {
 
 void run(const Options& options) {
     const std::string loadBefore = load();
-    const auto folder = std::filesystem::read_symlink("/proc/self/exe").parent_path();
-    const std::vector<Row> rows = measure(options, folder.parent_path());
-    std::printf("%d interleaved blocks; ratio: the median of the blocks' ratios; load before the run: %s\n\n",
-                options.blocks, loadBefore.c_str());
-    print(rows);
+    const auto programs = std::filesystem::read_symlink("/proc/self/exe").parent_path();
+    const Device device(programs.parent_path(), programs / "device");
+    const Bench bench{device, programs, options.blocks};
+    std::vector<Row> rows;
+    for (const Measurement& measurement : measurements) {
+        if (!isWanted(options, measurement.name)) continue;
+        std::fprintf(stderr, "measuring: %s\n", measurement.name);
+        std::ranges::move(measurement.run(bench), std::back_inserter(rows));
+    }
+    std::printf("%d blocks, load before the run: %s\n\n", options.blocks, loadBefore.c_str());
+    if (!rows.empty()) {
+        print(rows);
+        write(programs / "ratios.tsv", rows);
+    }
+    if (isWanted(options, "growth")) measureGrowth(bench, programs / "growth.tsv");
 }
 
 }  // namespace

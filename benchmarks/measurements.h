@@ -1,8 +1,8 @@
-/// What is measured. Each measurement starts what it needs and returns its rows of the table.
+/// What is measured. Each measurement starts what it needs.
 #pragma once
 
 #include "benchmarks/device.h"
-#include "benchmarks/table.h"
+#include "benchmarks/report.h"
 
 #include <filesystem>
 #include <vector>
@@ -15,28 +15,15 @@ struct Bench {
     int blocks;
 };
 
-/// A query line and its reply on a terminal.
-std::vector<Row> queryRoundTrip(const Bench& bench);
+struct Measurement {
+    const char* name;
+    std::vector<Row> (*run)(const Bench& bench);
+};
 
-/// A setting that is durable when its reply comes.
-std::vector<Row> durableSet(const Bench& bench);
+/// In the order of the table.
+extern const std::vector<Measurement> measurements;
 
-/// Many consoles that set at the same time, on a disk that is slow to sync.
-std::vector<Row> crowdedSets(const Bench& bench);
-
-/// A setting that every console shows.
-std::vector<Row> fanOut(const Bench& bench);
-
-/// A new session until it has answered its first line.
-std::vector<Row> sessionStart(const Bench& bench);
-
-/// The same through the launcher.
-std::vector<Row> sessionConnect(const Bench& bench);
-
-/// What one more session costs in memory.
-std::vector<Row> sessionMemory(const Bench& bench);
-
-/// What sessions cost in which nobody types.
-std::vector<Row> idleTime(const Bench& bench);
+/// What one more session costs those that are there and itself: prints a table, and writes it into `path` for gnuplot.
+void measureGrowth(const Bench& bench, const std::filesystem::path& path);
 
 }  // namespace bench

@@ -1,7 +1,7 @@
 /// The least that a console can be: waits for a byte, reads it, echoes it, and answers each line with a fixed one.
 /// Given a file, it first makes a page of it durable, as a console must that stores a setting.
 
-#include "benchmarks/durable_page.h"
+#include "benchmarks/limits/durable_page.h"
 
 #include <cstdio>
 #include <optional>
