@@ -1,7 +1,6 @@
 #include "console/bus_loop.h"
 
 #include "console/mutex.h"
-#include "console/session.h"
 #include "text/fixed_text.h"
 
 #include <cerrno>
@@ -52,7 +51,6 @@ bool listen(std::span<const BusSubscription> subscriptions, void (*onSubscribed)
     eventbus* bus = eventbus_open();
     const bool isSubscribed =
         bus != nullptr ? subscribeAll(bus, subscriptions) : failWith("[doListenEventLoop]eventbus_open");
-    sessionListening = 1;
     if (isSubscribed && onSubscribed != nullptr) onSubscribed();
     const bool stopped = isSubscribed && serveEvents(bus);
     eventbus_close(bus);

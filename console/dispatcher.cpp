@@ -11,6 +11,6 @@ void dispatchCommand(const char* line) {
     if (entry == nullptr) return reject(start);
     const char* argument = skipSpaces(start + entry->compareLength());
     const bool broadcast = isBroadcastOn();
-    if (broadcast) awaitListener();
+    if (!equals(argument, "sta")) awaitListener();  // a question changes nothing that would have to be shown
     entry->family.action({start, entry->name, argument, broadcast, entry->leaf, entry->family});
 }

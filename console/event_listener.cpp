@@ -16,8 +16,6 @@
 
 #include <cstdint>
 #include <cstdio>
-#include <ctime>
-#include <unistd.h>
 
 namespace {
 
@@ -109,13 +107,22 @@ void onUpgradeState(void* /*userData*/, const char* state) {
     std::printf("unknown upgrade state : %s\n", state);  // oddity 21
 }
 
-constexpr int listenerLimit = 200;         // milliseconds
-constexpr useconds_t listenerPause = 100;  // microseconds, and more where the clock is coarse
+constexpr long listenerLimit = 1000;  // milliseconds
 
-std::int64_t millisecondsNow() {
-    timespec now{};
-    clock_gettime(CLOCK_MONOTONIC, &now);
-    return std::int64_t{now.tv_sec} * 1000 + now.tv_nsec / 1'000'000;
+Mutex startMutex;
+Condition startIsOver;
+bool isStarting GUARDED_BY(startMutex) = false;
+
+void endStart() {
+    const MutexLock lock(startMutex);
+    isStarting = false;
+    startIsOver.notify();
+}
+
+/// The idle thread may have read a time-out that was changed before its event could be heard.
+void onSubscribed() {
+    endStart();
+    readTimeout();
 }
 
 constexpr BusSubscription subscriptions[] = {
@@ -135,12 +142,17 @@ constexpr BusSubscription subscriptions[] = {
 
 void* eventListenerThread(void* sessionContext) {
     session = static_cast<SessionContext*>(sessionContext);
-    // The idle thread may have read a time-out that was changed before its event could be heard.
-    listenToBus(subscriptions, readTimeout);
+    listenToBus(subscriptions, onSubscribed);
+    endStart();
     return nullptr;
 }
 
+void expectListener() {
+    const MutexLock lock(startMutex);
+    isStarting = true;
+}
+
 void awaitListener() {
-    const std::int64_t end = millisecondsNow() + listenerLimit;
-    while (sessionListening == 0 && millisecondsNow() < end) usleep(listenerPause);
+    const MutexLock lock(startMutex);
+    while (isStarting) isStarting = startIsOver.wait(startMutex, listenerLimit) && isStarting;
 }

@@ -6,6 +6,10 @@
 /// whatever the main thread prints.
 void* eventListenerThread(void* sessionContext);
 
-/// Waits until this console hears what it changes itself, which in its first moment it does not; for a fifth of a
-/// second at the most.
+/// To be called before that thread is started: from then on awaitListener() waits for it.
+void expectListener();
+
+/// Waits until the thread has subscribed to all events, or failed to. A program that types as soon as it is connected
+/// would miss the confirmation of its first change otherwise, which comes as an event. A bus that says nothing is
+/// waited for only once, and for a second.
 void awaitListener();

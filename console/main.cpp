@@ -58,7 +58,7 @@ bool startThread(void* (*body)(void*)) {
 }
 
 void startThreads() {
-    sessionListening = 0;
+    expectListener();
     if (!startThread(idleThread) || !startThread(eventListenerThread)) {
         std::puts("pthread_create failed");
         std::exit(1);

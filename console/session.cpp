@@ -19,7 +19,6 @@ void writeDebugLine() {
 
 constinit std::atomic<int> sessionRunning = 1;
 constinit std::atomic<int> sessionAuthenticated = 0;
-constinit std::atomic<int> sessionListening = 1;
 
 void onSignal(int number) {
     if (number == SIGHUP) sessionRunning = 0;

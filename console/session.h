@@ -14,9 +14,6 @@ extern constinit std::atomic<int> sessionRunning;
 /// 1 once the operator may see what happens on the device.
 extern constinit std::atomic<int> sessionAuthenticated;
 
-/// 0 while the event listener has yet to ask the bus for its events; 1 from then on, and where there is none.
-extern constinit std::atomic<int> sessionListening;
-
 // NOLINTEND(bugprone-dynamic-static-initializers)
 
 /// The signal handler: SIGHUP ends the line reader, signal 12 writes a line for whoever debugs, and any other does

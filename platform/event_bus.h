@@ -13,12 +13,12 @@ typedef struct eventbus eventbus;
 /// Called with the `user_data` of the subscription and the payload, which lives until the callback returns.
 typedef void (*eventbus_callback)(void* user_data, const char* payload);
 
-/// Opens a connection for receiving. Returns NULL with errno set on failure. The handle belongs to the thread that
-/// opened it and must not be carried across a fork.
+/// Opens a connection for receiving. Returns NULL with errno set on failure, in bounded time. The handle belongs to the
+/// thread that opened it and must not be carried across a fork.
 eventbus* eventbus_open(void);
 
-/// Asks for an event without waiting for the bus; returns 0 on success, non-zero with errno set. A refusal that comes
-/// back later makes eventbus_on_data_available() fail.
+/// Asks for an event. Returns 0 when the subscription is in force, so that nothing is missed that is published from
+/// then on, by this process or another; non-zero with errno set, in bounded time, when it is not.
 int eventbus_subscribe(eventbus* bus, const char* event, eventbus_callback callback, void* user_data);
 
 /// Descriptor to wait on for input. It may be another one after eventbus_on_data_available().

@@ -1,7 +1,6 @@
 /// What events, services and methods are called on the bus.
 ///
-/// Each event has an interface of its own: the bus keeps its match rules by interface, so that an event costs it
-/// nothing for those who asked for other events.
+/// Each event has an interface of its own, and all have the one path by which the bus is asked for them.
 #pragma once
 
 #include <string>

@@ -6,11 +6,10 @@
 #include "host/bus/subscriptions.h"
 #include "host/bus/text_message.h"
 
-#include <algorithm>
-#include <atomic>
 #include <cstring>
 #include <list>
 #include <memory>
+#include <optional>
 #include <thread>
 
 using host::failBus;
@@ -24,12 +23,7 @@ using namespace std::chrono_literals;
 constexpr auto returnLimit = 30s;
 constexpr auto returnPause = 50ms;
 
-/// How long a change waits for the bus to confirm what its own process wants to hear.
-constexpr auto confirmationLimit = 500ms;
-constexpr auto confirmationPause = 100us;
-
 struct Subscription {
-    eventbus* bus;
     std::string event;
     eventbus_callback callback;
     void* userData;
@@ -52,70 +46,45 @@ bool isPublishable(const char* event, const char* payload) {
 
 }  // namespace
 
+/// One subscription at the bus stands for all events, so that a session starts with one way there and back instead of
+/// ten; which of them somebody wants is looked up here.
 struct eventbus {
     host::Connection connection;
-    std::list<Subscription> subscriptions;  // the bus keeps pointers to them
-    std::size_t asked = 0;                  // how many of them this connection has asked the bus for
-    std::size_t confirmed = 0;              // how many of those it has answered
-    int refusal = 0;                        // the error of one that it refused
-    std::size_t received = 0;               // events
+    std::list<Subscription> subscriptions;
+    std::optional<int> answer;  ///< of the bus to its subscription: 0, or an errno
+    std::size_t received = 0;   ///< events
     bool endsWithBus = false;
 };
 
 namespace {
 
-std::atomic<long> unconfirmed = 0;      // subscriptions of this process that the bus has not answered
-thread_local long unconfirmedHere = 0;  // those among them whose answers this thread itself takes in
-
-void countUnconfirmed(long more) {
-    unconfirmed += more;
-    unconfirmedHere += more;
-}
-
-/// So that a console shows what it changed in its first moment, while another thread of it still subscribes.
-void awaitConfirmations() {
-    const host::Deadline deadline(confirmationLimit);
-    while (unconfirmed > unconfirmedHere && !deadline.isOver()) std::this_thread::sleep_for(confirmationPause);
-}
-
 int onEvent(sd_bus_message* message, void* userData, sd_bus_error* /*error*/) {
-    const auto* subscription = static_cast<const Subscription*>(userData);
+    auto* bus = static_cast<eventbus*>(userData);
     const char* payload = host::readText(message);
-    ++subscription->bus->received;
-    if (payload != nullptr) subscription->callback(subscription->userData, payload);
+    const char* interface = sd_bus_message_get_interface(message);
+    ++bus->received;
+    if (payload == nullptr) return 0;
+    for (const Subscription& each : bus->subscriptions) {
+        if (host::eventInterface(each.event) == interface) each.callback(each.userData, payload);
+    }
     return 0;
 }
 
-int onSubscribed(sd_bus_message* reply, void* userData, sd_bus_error* /*error*/) {
-    eventbus* bus = static_cast<const Subscription*>(userData)->bus;
-    const int error = sd_bus_message_get_errno(reply);
-    if (error != 0) bus->refusal = error;
-    ++bus->confirmed;
-    countUnconfirmed(-1);
+int onAnswer(sd_bus_message* answer, void* userData, sd_bus_error* /*error*/) {
+    static_cast<eventbus*>(userData)->answer = sd_bus_message_get_errno(answer);
     return 1;
 }
 
-bool subscribe(Subscription& subscription) {
-    const std::string match = "type='signal',interface='" + host::eventInterface(subscription.event.c_str()) + "'";
-    const int result = sd_bus_add_match_async(subscription.bus->connection.bus(), nullptr, match.c_str(), onEvent,
-                                              onSubscribed, &subscription);
-    if (result < 0) return failBus(result);
-    ++subscription.bus->asked;
-    countUnconfirmed(1);
-    return true;
-}
-
-void disconnect(eventbus& bus) {
-    countUnconfirmed(static_cast<long>(bus.confirmed) - static_cast<long>(bus.asked));
-    bus.asked = bus.confirmed = 0;
-    bus.refusal = 0;
-    bus.connection.close();
-}
-
-/// Connects with the subscriptions there are. What was published while there was no connection is lost.
+/// Connects and waits until the bus hands out events. What was published while there was no connection is lost.
 bool resume(eventbus& bus) {
-    disconnect(bus);
-    return bus.connection.open() && std::all_of(bus.subscriptions.begin(), bus.subscriptions.end(), subscribe);
+    bus.connection.close();
+    bus.answer.reset();
+    if (!bus.connection.open()) return false;
+    const std::string match = std::string("type='signal',path='") + host::eventPath + "'";
+    const int result = sd_bus_add_match_async(bus.connection.bus(), nullptr, match.c_str(), onEvent, onAnswer, &bus);
+    return (result >= 0 || failBus(result)) &&
+           host::processUntil(bus.connection.bus(), host::Deadline(host::busLimit), [&] { return bus.answer; }) &&
+           (bus.answer == 0 || failBus(-*bus.answer));
 }
 
 bool resumeWithin(eventbus& bus, std::chrono::milliseconds limit) {
@@ -131,18 +100,13 @@ bool resumeWithin(eventbus& bus, std::chrono::milliseconds limit) {
 
 eventbus* eventbus_open() {
     auto bus = std::make_unique<eventbus>();
-    return resumeWithin(*bus, host::busLimit) ? bus.release() : nullptr;
+    return resumeWithin(*bus, returnLimit) ? bus.release() : nullptr;
 }
 
 int eventbus_subscribe(eventbus* bus, const char* event, eventbus_callback callback, void* user_data) {
     if (!host::isBusName(event)) return statusOf(failBus(-EINVAL));
-    return statusOf(subscribe(bus->subscriptions.emplace_back(Subscription{bus, event, callback, user_data})));
-}
-
-bool host::waitUntilSubscribed(eventbus* bus) {
-    const auto isConfirmed = [bus] { return bus->confirmed == bus->asked; };
-    return processUntil(bus->connection.bus(), Deadline(busLimit), isConfirmed) &&
-           (bus->refusal == 0 || failBus(-bus->refusal));
+    bus->subscriptions.push_back({event, callback, user_data});
+    return 0;
 }
 
 void host::endWithBus(eventbus* bus) { bus->endsWithBus = true; }
@@ -155,18 +119,13 @@ int eventbus_on_data_available(eventbus* bus) {
     // Up to one event: sd-bus reads no further than the end of a message, so that the descriptor tells of the next one
     // and nobody has to look for it in vain.
     while (handled > 0 && bus->received == before) handled = sd_bus_process(bus->connection.bus(), nullptr);
-    if (handled >= 0) handled = -bus->refusal;
     if (host::isDisconnect(-handled) && !bus->endsWithBus) return statusOf(resumeWithin(*bus, returnLimit));
     return statusOf(handled >= 0 || failBus(handled));
 }
 
-void eventbus_close(eventbus* bus) {
-    if (bus != nullptr) disconnect(*bus);
-    delete bus;
-}
+void eventbus_close(eventbus* bus) { delete bus; }
 
 int eventbus_publish(const char* event, const char* payload) {
     if (!isPublishable(event, payload)) return -1;
-    awaitConfirmations();
     return statusOf(host::sendFromThread([&](sd_bus* bus) { return publishOn(bus, event, payload); }));
 }

@@ -56,10 +56,7 @@ bool Daemon::openEvents() {
 void Daemon::subscribe(const char* event, EventHandler handler) {
     if (!openEvents()) return;
     const auto onEvent = [](void* userData, const char* payload) { (*static_cast<EventHandler*>(userData))(payload); };
-    const bool isSubscribed =
-        eventbus_subscribe(events_, event, onEvent, &handlers_.emplace_back(std::move(handler))) == 0 &&
-        waitUntilSubscribed(events_);
-    failIf(!isSubscribed, event);
+    failIf(eventbus_subscribe(events_, event, onEvent, &handlers_.emplace_back(std::move(handler))) != 0, event);
 }
 
 int Daemon::run() {

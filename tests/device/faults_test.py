@@ -70,7 +70,7 @@ class Faults(unittest.TestCase):
             two = self.enterContext(device.console(2))
             self.answer(two)
             self.gone(device, "dbus-daemon", signal.SIGKILL)
-            self.assertRegex(one.read_until(b"\n"), rb"A*lpc_service_on_connect: Connection reset by peer\n")
+            self.assertRegex(one.read_until(b"\n"), rb"A*lpc_service_on_connect: .*\n")
             wait_until(lambda: self.relays(device, one) or self.relays(device, two), "the relay of a new bus")
             one.close()
             wait_until(lambda: self.relays(device, two), "the relay of the session that remains")
@@ -83,7 +83,7 @@ class Faults(unittest.TestCase):
         with contextlib.suppress(AssertionError):
             pump([console], lambda: console.seen.endswith(b"A"), "the byte", 0.3)
         got, console.seen = console.seen, bytearray()
-        self.assertRegex(got, rb"\A(lpc_service_create error: Connection .*\n)?A*\Z")
+        self.assertRegex(got, rb"\A(lpc_service_create error: .*\n)?A*\Z")
         return got.endswith(b"A")
 
     def test_a_bus_that_stands_still_delays_a_change_for_a_bounded_time_and_a_query_not_at_all(self):
