@@ -36,8 +36,11 @@ class RelayGpio : public testing::Test {
 TEST_F(RelayGpio, SetsTheLevelOfTheLine) {
     turn("on");
     EXPECT_EQ(contents(), "206 out 1 ");
+    const auto descriptors = [] { return std::distance(fs::directory_iterator("/proc/self/fd"), {}); };
+    const auto before = descriptors();
     turn("off");
     EXPECT_EQ(contents(), "206 out 0 ");
+    EXPECT_EQ(descriptors(), before);
 }
 
 TEST_F(RelayGpio, EndsTheProcessWhenAFileIsMissing) {
