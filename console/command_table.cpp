@@ -19,6 +19,8 @@
 #include "video/picture.h"
 #include "video/trigger.h"
 
+#include <array>
+#include <cstdint>
 #include <cstring>
 
 namespace {
@@ -371,8 +373,36 @@ consteval bool longerNamesStandFirst() {
     return true;
 }
 
+/// A leaf up to its first colon: {"audio":
+constexpr std::string_view firstKeyOf(std::string_view leaf) { return leaf.substr(0, leaf.find(':') + 1); }
+
+/// For each row the next one whose leaf has the same first key; the number of rows where there is none.
+consteval auto chainRows() {
+    std::array<std::uint8_t, std::size(rows)> chains{};
+    for (std::size_t row = 0; row < std::size(rows); ++row) {
+        std::size_t next = row + 1;
+        while (next < std::size(rows) && firstKeyOf(rows[next].leaf) != firstKeyOf(rows[row].leaf)) ++next;
+        chains[row] = static_cast<std::uint8_t>(next);
+    }
+    return chains;
+}
+
+constexpr auto nextOfKey = chainRows();
+
+/// True when no leaf has another's first key further inside, where a text that begins with it would be found as well.
+consteval bool firstKeysStandFirst() {
+    for (const CommandEntry& row : rows) {
+        const std::string_view key = firstKeyOf(row.leaf);
+        for (const CommandEntry& other : rows)
+            if (!key.empty() && std::string_view(other.leaf).find(key, 1) != std::string_view::npos) return false;
+    }
+    return true;
+}
+
 static_assert(std::size(rows) >= 130, "a command of the device is missing: put its row back");
 static_assert(longerNamesStandFirst(), "a row hides a later one, whose name it begins: move the longer name before it");
+static_assert(std::size(rows) <= UINT8_MAX, "nextOfKey wants a wider type");
+static_assert(firstKeysStandFirst(), "findLeaf() would miss a leaf: let it look into all rows");
 
 }  // namespace
 
@@ -386,8 +416,11 @@ const CommandEntry* findCommand(const char* text) {
 }
 
 const CommandEntry* findLeaf(const char* matchText) {
-    for (const CommandEntry& row : rows) {
-        if (std::strstr(row.leaf, matchText) != nullptr) return &row;
-    }
+    const std::string_view key = firstKeyOf(matchText);
+    std::size_t row = 0;
+    while (row < std::size(rows) && std::strncmp(rows[row].leaf, key.data(), key.size()) != 0) ++row;
+    const bool isInside = key.empty() || row == std::size(rows);
+    for (row = isInside ? 0 : row; row < std::size(rows); row = isInside ? row + 1 : nextOfKey[row])
+        if (std::strstr(rows[row].leaf, matchText) != nullptr) return &rows[row];
     return nullptr;
 }
