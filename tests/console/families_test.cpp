@@ -84,11 +84,18 @@ Accepted acceptedBy(const CommandEntry& row) {
 /// The event that tells of a change again.
 std::string announced(const std::string& document) { return branchOf(document) + "UserConfigChanged " + document; }
 
+/// The reply with broadcast off.
+std::string confirmation(const std::string& row, const std::string& value) {
+    if (row == "Broadcast" || row == "InputBroadcast") return "";
+    if (row.starts_with("EDIDMSet") || row == "USBHostLogic") return row + "[" + value + "]\r\n";
+    return row + " " + (value == "letter box" ? "follow" : value) + "\r\n";
+}
+
 void expectWholeRoad(const CommandEntry& row, const std::string& value) {
     const std::string line = row.name + (" " + value);
     SCOPED_TRACE(line);
     makeNew();
-    EXPECT_FALSE(typed(line).starts_with("Command FAILED"));
+    EXPECT_EQ(typed(line), confirmation(row.name, value));
     ASSERT_FALSE(updates().empty());
     const std::string document = updates().back();
     const bool hasStatus = std::string(row.name) != "USBHostRoute";
