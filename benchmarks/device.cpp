@@ -7,24 +7,22 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <fcntl.h>
 #include <memory>
 #include <stdexcept>
-#include <string_view>
 #include <sys/wait.h>
 #include <unistd.h>
 
 namespace bench {
 namespace {
 
-/// The port of the line "ready: telnet 127.0.0.1 PORT"; 0 when the supervisor ends without it.
+/// The port of the line "ready: telnet 127.0.0.1 PORT raw ..."; 0 when the supervisor ends without it.
 int awaitReady(int output) {
     const std::unique_ptr<FILE, int (*)(FILE*)> lines(fdopen(output, "r"), std::fclose);
     std::array<char, 256> line;
     while (std::fgets(line.data(), line.size(), lines.get()) != nullptr) {
-        if (!std::string_view(line.data()).starts_with("ready: telnet ")) continue;
-        return static_cast<int>(std::strtol(std::strrchr(line.data(), ' '), nullptr, 10));
+        int port = 0;
+        if (std::sscanf(line.data(), "ready: telnet %*s %d", &port) == 1) return port;
     }
     return 0;
 }
@@ -39,8 +37,8 @@ Device::Device(const std::filesystem::path& build, std::filesystem::path root) :
     host::UniqueFd input(pipe[0]), output(pipe[1]);
     host::ProgramStart start;
     start.give(output.get(), STDOUT_FILENO);
-    pid_ =
-        start.run(build / "host/supervisor/supervisor", {"device", "--root", root_, "--port", "0", "--ports", "0,0,0"});
+    pid_ = start.run(build / "host/supervisor/supervisor",
+                     {"device", "--root", root_, "--port", "0", "--ports", "0,0,0", "--panel", "0"});
     output.reset();
     port_ = awaitReady(input.release());
     if (port_ == 0) throw std::runtime_error("the device did not start");

@@ -166,8 +166,8 @@ class Device(Server):
 
     def wait_until_ready(self):
         line = self.process.stdout.readline()
-        ready = re.fullmatch(r"ready: telnet 127\.0\.0\.1 (\d+)\n", line)
-        assert ready, (line, self.said())
+        ready = re.fullmatch(r"ready: telnet 127\.0\.0\.1 (\d+) raw (\d+) (\d+) (\d+)\n", line)
+        assert ready and [int(port) for port in ready.groups()[1:]] == self.ports[1:], (line, self.said())
         self.port = int(ready[1])
 
     def said(self):

@@ -27,8 +27,19 @@ struct LaunchOptions {
     std::vector<std::string> arguments() const;
 };
 
-inline constexpr char launchUsage[] =
-    "[--listen ADDR] [--port N] [--ports A,B,C] [--max-sessions N] [--max-per-address N] [--peer-patience SECONDS]";
+struct OptionText {
+    std::string_view word;
+    const char* meaning;  ///< its value, what that may be, and in brackets what holds without it
+};
+
+inline constexpr OptionText launchOptionTexts[] = {
+    {"--listen", "ADDR: the numeric address to listen on (127.0.0.1)"},
+    {"--port", "N: the telnet port, 0 to 65535, where 0 is any free one (the stored one, at first 2323)"},
+    {"--ports", "A,B,C: the three raw ports, likewise (9000,9001,9002)"},
+    {"--max-sessions", "N: sessions at once, 1 to 4096 (256)"},
+    {"--max-per-address", "N: sessions from one address at once, 1 to 4096 (192)"},
+    {"--peer-patience", "SECONDS: how long a client may take nothing of its output, 1 to 3600 (10)"},
+};
 
 /// A number of decimal digits in the range, or none.
 std::optional<int> parseNumber(std::string_view text, int least, int most);

@@ -61,7 +61,9 @@ int serve(const LaunchOptions& options) {
 int main(int argc, char** argv) {
     host::LaunchOptions options;
     if (!host::readOptions(argc, argv, options)) {
-        std::fprintf(stderr, "usage: %s %s\n", argv[0], host::launchUsage);
+        std::fprintf(stderr, "%s: started by the device, with some of:\n", argv[0]);
+        for (const host::OptionText& option : host::launchOptionTexts)
+            std::fprintf(stderr, "  %s %s\n", option.word.data(), option.meaning);
         return host::usageStatus;
     }
     if (!host::enterDeviceRoot()) return 1;

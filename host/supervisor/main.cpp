@@ -24,8 +24,6 @@
 namespace host {
 namespace {
 
-constexpr int usageStatus = 2;
-
 /// Signals that come before the device listens to them wait until it does.
 void holdSignals(int how) {
     sigset_t signals;
@@ -95,14 +93,10 @@ int runDevice(DeviceOptions& options) {
 
 int main(int argc, char** argv) {
     host::holdSignals(SIG_BLOCK);
-    std::optional<host::DeviceOptions> options = host::DeviceOptions::parse(argc, argv);
-    if (!options) {
-        std::fprintf(stderr, "usage: %s [--root DIR] [--panel PORT] [--panel-listen ADDR] %s\n", argv[0],
-                     host::launchUsage);
-        return host::usageStatus;
-    }
-    host::warnIfExposed(options->launch.listen);
-    if (options->panelPort != 0) host::warnIfExposed(options->panelAddress());
-    host::prepareEnvironment(options->root);
-    return host::runDevice(*options);
+    host::DeviceOptions options;
+    if (const std::optional<int> status = options.read(argc, argv)) return *status;
+    host::warnIfExposed(options.launch.listen);
+    if (options.panelPort != 0) host::warnIfExposed(options.panelAddress());
+    host::prepareEnvironment(options.root);
+    return host::runDevice(options);
 }

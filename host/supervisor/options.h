@@ -16,7 +16,9 @@ struct DeviceOptions {
     std::string panelListen;         ///< empty: the loopback address that the consoles are on, or else 127.0.0.1
     bool isTelnetPortGiven = false;  ///< otherwise the stored one holds
 
-    static std::optional<DeviceOptions> parse(int argc, char** argv);
+    /// Reads the command line. What is returned is the status to exit with at once: after --help or --version, or
+    /// after a mistake, which standard error names.
+    std::optional<int> read(int argc, char** argv);
 
     /// The same as arguments.
     std::vector<std::string> arguments() const;

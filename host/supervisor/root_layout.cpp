@@ -15,6 +15,7 @@
 #include <sys/stat.h>
 #include <sys/un.h>
 #include <system_error>
+#include <unistd.h>
 
 namespace host {
 namespace {
@@ -40,6 +41,11 @@ bool link(const fs::path& program, const std::string& path) {
     return report(path, error);
 }
 
+bool belongsToAnother(const std::string& path) {
+    struct stat status;
+    return stat(path.c_str(), &status) == 0 && status.st_uid != geteuid();
+}
+
 /// A folder given by mistake must not lose its permissions to a device.
 bool isRootOrEmpty(const std::string& path, std::error_code& error) {
     return fs::exists(deviceLockPath(), error) || fs::exists(settingsKind.databasePath(), error) ||
@@ -56,6 +62,8 @@ bool makeRoot() {
     fs::create_directories(root, error);
     if (!error && !isRootOrEmpty(root, error) && !error) error = std::make_error_code(std::errc::directory_not_empty);
     if (!error && chmod(root.c_str(), S_IRWXU) != 0) error = lastError();
+    if (error && belongsToAnother(root))
+        return report(root + " belongs to another user; --root names another folder", error);
     return report(root, error);
 }
 

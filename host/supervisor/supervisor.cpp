@@ -148,7 +148,8 @@ void Supervisor::onLauncherReady(const std::string& address) {
     words >> listen >> telnetPort;
     for (int& port : options_.launch.rawPorts) words >> port;
     rememberStart(telnetPort);
-    readyLine_ = "ready: telnet " + listen + " " + std::to_string(telnetPort);
+    readyLine_ = "ready: telnet " + listen + " " + std::to_string(telnetPort) + " raw";
+    for (const int port : options_.launch.rawPorts) readyLine_ += " " + std::to_string(port);
     announceIfReady();
 }
 

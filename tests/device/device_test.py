@@ -50,6 +50,14 @@ class StartAndEnd(unittest.TestCase):
             # A console that the machine leaves alone for 30 ms has a line that pauses, which is not waited for.
             self.assertLess(len(broken), 5, broken)
 
+    def test_mistakes_on_the_command_line_are_named(self):
+        for words, mistake in ((["--prot", "1"], "--prot is no option"), (["--ports", "1,2"], "--ports cannot be 1,2."),
+                               (["--port"], "--port lacks its value."),
+                               (["--port", "7", "--ports", "0,7,0"], "port 7 is given twice")):
+            done = subprocess.run([os.environ["DEVICE"], *words], capture_output=True, text=True, timeout=20, check=False)
+            self.assertEqual((done.returncode, done.stdout), (2, ""))
+            self.assertIn(f"{os.environ['DEVICE']}: {mistake}", done.stderr)
+
     def test_an_address_that_others_reach_is_warned_of(self):
         with tempfile.TemporaryDirectory() as root:
             command = [os.environ["DEVICE"], "--root", root, "--port", "0", "--listen", "192.0.2.1"]
