@@ -12,6 +12,8 @@ import unittest
 
 from harness import Console, Device, accepts, proc_text, processes_of, wait_until
 
+SCENES = os.path.dirname(__file__) + "/../../scenes"
+
 
 class StartAndEnd(unittest.TestCase):
     def test_what_it_keeps_is_for_its_owner_alone(self):
@@ -191,6 +193,39 @@ class TelnetPort(unittest.TestCase):
                 self.assertIn(b"IPLogin on\r\n", one.read_all())
                 two.read_all()
             untouched.ask(b"IPLogin sta\r", b"IPLogin off\r\n")
+
+
+class Control(unittest.TestCase):
+    """devicectl, where something is wrong; and a scene."""
+
+    def test_it_says_which_word_is_wrong(self):
+        with Device() as device:
+            for words, said in ((("confg", "get"), 'one of config, status, .*, not "confg"'),
+                                (("config", "gt", "{}"), 'after "config" comes one of get, set, not "gt"'),
+                                (("publish", "someEvent"), "missing: publish EVENT TEXT"),
+                                (("calls", "x"), '"x" is a word too many: calls')):
+                done = device.ctl(*words)
+                self.assertEqual(done.returncode, 2)
+                self.assertRegex(done.stderr, said)
+            self.assertIn("not a query document", device.ctl("config", "get", "audio").stderr)
+            self.assertIn("nothing is stored there", device.ctl("config", "get", '{"audoi":{}}').stderr)
+            self.assertIn("system.broadcast was of type boolean and is now of type string",
+                          device.ctl("config", "set", '{"system":{"broadcast":"on"}}').stderr)
+            device.stop()
+            self.assertRegex(device.ctl("watch").stderr, r"^devicectl: no device runs in .*\n$")
+            self.assertIn("nobody heard of it", device.ctl("config", "set", '{"system":{"broadcast":true}}').stderr)
+
+    def test_a_scene_is_seen_on_a_console(self):
+        with Device() as device, device.console() as console:
+            device.await_listeners([console])
+            self.assertEqual(device.ctl("play", SCENES + "/locked-front-panel.scene").returncode, 0)
+            self.assertIn(b"Lock\r\nUnlock\r\n", console.read_until(b"Unlock\r\n"))
+            wrong = device.folder + "/wrong.scene"
+            with open(wrong, "w", encoding="utf-8") as scene:
+                scene.write("repeat 2\n$ publish CommandFeedback \"a\\x41 \\n\"\nend\n$ call nobody x y\n")
+            done = device.ctl("play", wrong)
+            self.assertIn(":4: $ call nobody x y: the scene ends here", done.stderr)
+            self.assertEqual(console.read_until(b"aA \n\r\naA \n\r\n").count(b"aA"), 2)
 
 
 if __name__ == "__main__":

@@ -1,0 +1,147 @@
+#include "host/base/device_process.h"
+#include "host/base/device_root.h"
+#include "host/base/factory_store.h"
+#include "host/base/readiness.h"
+#include "host/base/visible_text.h"
+#include "host/bus/call_log.h"
+#include "host/bus/monitor.h"
+#include "host/bus/reply.h"
+#include "host/devicectl/play.h"
+#include "host/devicectl/verb.h"
+#include "host/store/document.h"
+#include "host/store/store.h"
+#include "platform/event_bus.h"
+#include "platform/factory_data.h"
+#include "text/owned_text.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <fstream>
+#include <json-c/json_util.h>
+#include <optional>
+#include <unistd.h>
+
+namespace host {
+namespace {
+
+using namespace std::chrono_literals;
+
+int statusOf(bool success, const std::string& what) { return success ? 0 : fail(what); }
+
+int getValue(Store& store, const char* query) {
+    if (!queriedPath(query)) return fail(query, "not a query document, such as {\"audio\":{}}");
+    const std::optional<std::string> value = store.readText(query);
+    if (!value) return fail(query, "nothing is stored there");
+    std::puts(value->c_str());
+    return 0;
+}
+
+/// "system.broadcast" for "/system/broadcast".
+std::string nameOf(const std::string& path) {
+    std::string name = path.substr(std::min<std::size_t>(1, path.size()));
+    std::replace(name.begin(), name.end(), '/', '.');
+    return name;
+}
+
+/// A tool for tests stores whatever it is told, and says what a program of the device would stumble over.
+void remarkOn(Store& store, const Leaf& leaf) {
+    const Json wanted = parseFirstJson(leaf.value.c_str());
+    const Json query = wrapped(leaf.path, parseFirstJson(leaf.value.c_str()));
+    const std::optional<std::string> stored = store.readText(compactText(query.get()));
+    const json_type now = json_object_get_type(wanted.get());
+    const json_type before = stored ? json_object_get_type(parseFirstJson(stored->c_str()).get()) : now;
+    const std::string name = nameOf(leaf.path);
+    if (!stored) std::fprintf(stderr, "devicectl: %s is a new leaf\n", name.c_str());
+    if (before == now) return;
+    std::fprintf(stderr, "devicectl: %s was of type %s and is now of type %s\n", name.c_str(),
+                 json_type_to_name(before), json_type_to_name(now));
+}
+
+int setValue(Store& store, const char* text) {
+    const Json document = parseUpdate(text);
+    if (!document) return fail(text, "not a document that can be stored, such as {\"system\":{\"broadcast\":true}}");
+    for (const Leaf& leaf : leavesOf(document.get())) remarkOn(store, leaf);
+    const bool isStored = store.update(text);
+    if (isStored && !signalDevice(0)) {
+        std::fprintf(stderr, "devicectl: stored; no device runs in %s, so nobody heard of it\n", deviceRoot().c_str());
+    }
+    return statusOf(isStored, text);
+}
+
+int getConfig(const Arguments& words) { return getValue(settingsStore(), words[0]); }
+int getStatus(const Arguments& words) { return getValue(statusStore(), words[0]); }
+int setConfig(const Arguments& words) { return setValue(settingsStore(), words[0]); }
+int setStatus(const Arguments& words) { return setValue(statusStore(), words[0]); }
+
+int publish(const Arguments& words) { return statusOf(eventbus_publish(words[0], words[1]) == 0, words[0]); }
+
+int call(const Arguments& words) {
+    const std::optional<std::string> reply = replyTo(words[0], words[1], words[2], 10s);
+    if (!reply) return fail(std::string(words[0]) + " " + words[1]);
+    if (!reply->empty()) std::puts(reply->c_str());
+    return 0;
+}
+
+int getFactoryData(const Arguments& words) {
+    char* text = nullptr;
+    const bool found = factory_read_data(words[0], &text) == 0;
+    const OwnedText owned(text);
+    if (!found) return fail(words[0], "nothing is stored there");
+    std::puts(text);
+    return 0;
+}
+
+int setFactoryData(const Arguments& words) { return statusOf(writeFactoryData(words[0], words[1]), words[0]); }
+
+/// For a person: aligned, and coloured by kind.
+void showTraffic(const BusTraffic& traffic) {
+    const bool isCall = !traffic.service.empty();
+    const std::string name = std::string(traffic.service) + (isCall ? " " : "") + std::string(traffic.name);
+    std::printf("\x1b[%dm%-5s %-32s\x1b[0m %s\n", isCall ? 33 : 36, isCall ? "call" : "event", name.c_str(),
+                visibleText(traffic.text).c_str());
+}
+
+/// For a program.
+void printTraffic(const BusTraffic& traffic) {
+    const std::string name(traffic.name);
+    const std::string line = traffic.service.empty()
+                                 ? "event " + name + " " + visibleText(traffic.text)
+                                 : describeCall(std::string(traffic.service).c_str(), name.c_str(), traffic.text);
+    std::puts(line.c_str());
+}
+
+int watch(const Arguments& /*words*/) {
+    std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
+    Monitor monitor(isatty(STDOUT_FILENO) != 0 ? showTraffic : printTraffic);
+    if (!monitor.open()) return fail("bus");
+    announceReady("watching");
+    monitor.run();
+    return fail("bus");
+}
+
+int listCalls(const Arguments& /*words*/) {
+    std::ifstream file(callLogPath());
+    if (!file) return fail(callLogPath());
+    for (std::string line; std::getline(file, line);) std::puts(line.c_str());
+    return 0;
+}
+
+constexpr Verb table[] = {
+    {"config", "get", "JSON", 1, false, getConfig, "prints the settings below a document such as {\"audio\":{}}"},
+    {"config", "set", "JSON", 1, false, setConfig, "changes settings, as another program of the device would"},
+    {"status", "get", "JSON", 1, true, getStatus, "the same for the live state"},
+    {"status", "set", "JSON", 1, true, setStatus, "changes the live state: a pulled plug, a lost link"},
+    {"publish", nullptr, "EVENT TEXT", 2, true, publish, "publishes an event"},
+    {"call", nullptr, "SERVICE METHOD TEXT", 3, true, call, "calls a daemon and prints its reply"},
+    {"factory", "get", "KEY", 1, false, getFactoryData, "prints factory data, such as MacAddr"},
+    {"factory", "set", "KEY TEXT", 2, false, setFactoryData, "writes factory data"},
+    {"watch", nullptr, "", 0, true, watch, "prints every event and call until it is stopped"},
+    {"calls", nullptr, "", 0, false, listCalls, "prints the calls that the daemons got since the start"},
+    {"play", nullptr, "FILE", 1, true, playScene, "plays a scene, such as scenes/flapping-link.scene"},
+};
+
+}  // namespace
+
+std::span<const Verb> verbs() { return table; }
+
+}  // namespace host

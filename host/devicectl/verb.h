@@ -1,0 +1,43 @@
+/// What devicectl can do: one row for each command.
+#pragma once
+
+#include <span>
+#include <string>
+#include <vector>
+
+namespace host {
+
+using Arguments = std::vector<const char*>;
+
+inline constexpr int failureStatus = 1;
+inline constexpr int usageStatus = 2;
+
+struct Verb {
+    const char* word;
+    const char* second;      ///< the word that has to follow; null where none does
+    const char* parameters;  ///< that follow the words
+    std::size_t parameterCount;
+    bool needsDevice;  ///< a running one
+    int (*run)(const Arguments& parameters);
+    const char* help;
+
+    /// How many words come before the parameters.
+    std::size_t wordCount() const { return second == nullptr ? 1 : 2; }
+
+    /// "config get JSON"
+    std::string usage() const;
+};
+
+std::span<const Verb> verbs();
+
+/// The verb that `arguments` begin with; null when there is none.
+const Verb* findVerb(const Arguments& arguments);
+
+/// Runs the command that `arguments` spell and returns its exit status; where they spell none, says which word is wrong
+/// and what is allowed in its place.
+int runVerb(const Arguments& arguments);
+
+/// The one line of a command that failed: what it was about, and errno's reason or a given one.
+int fail(const std::string& what, const char* reason = nullptr);
+
+}  // namespace host
