@@ -24,6 +24,12 @@ std::string busPath();
 /// True for a name of letters, digits and underscores that does not start with a digit, as the bus wants them.
 bool isBusName(const char* name);
 
+/// What follows `prefix` in a name that the bus gives; empty for one without it.
+inline std::string_view afterPrefix(const char* text, std::string_view prefix) {
+    const std::string_view whole = text == nullptr ? "" : text;
+    return whole.starts_with(prefix) ? whole.substr(prefix.size()) : std::string_view();
+}
+
 inline std::string eventInterface(std::string_view event) { return std::string(eventInterfacePrefix).append(event); }
 inline std::string servicePath(std::string_view service) { return std::string(callPathPrefix).append(service); }
 inline std::string serviceName(std::string_view service) { return std::string("lpc.").append(service); }

@@ -61,11 +61,11 @@ namespace {
 int onEvent(sd_bus_message* message, void* userData, sd_bus_error* /*error*/) {
     auto* bus = static_cast<eventbus*>(userData);
     const char* payload = host::readText(message);
-    const char* interface = sd_bus_message_get_interface(message);
+    const std::string_view event = host::afterPrefix(sd_bus_message_get_interface(message), host::eventInterfacePrefix);
     ++bus->received;
     if (payload == nullptr) return 0;
     for (const Subscription& each : bus->subscriptions) {
-        if (host::eventInterface(each.event) == interface) each.callback(each.userData, payload);
+        if (each.event == event) each.callback(each.userData, payload);
     }
     return 0;
 }

@@ -6,11 +6,6 @@
 namespace host {
 namespace {
 
-std::string_view afterPrefix(const char* text, std::string_view prefix) {
-    const std::string_view whole = text == nullptr ? "" : text;
-    return whole.starts_with(prefix) ? whole.substr(prefix.size()) : std::string_view();
-}
-
 int keepReply(sd_bus_message* reply, void* userData, sd_bus_error* /*error*/) {
     *static_cast<sd_bus_message**>(userData) = sd_bus_message_ref(reply);
     return 1;
