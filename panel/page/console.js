@@ -79,6 +79,7 @@ export function start() {
     on("consoleEnded", () => {
         if (open) terminal.write("\r\n[the session has ended]\r\n");
         open = false;
+        typed = "";
         button.hidden = false;
     });
 }

@@ -141,6 +141,17 @@ class Page(unittest.TestCase):
         self.browser.get(self.device.url)
         wait_until(lambda: len(self.browser.find_elements(By.CSS_SELECTOR, "#sessions tbody tr")) == 1, "its end")
 
+    def test_a_restart_is_outlived(self):
+        self.open_console("VOUT -33\n")
+        self.hears(b"VOUT -33")
+        self.find("#reboot").click()
+        self.browser.switch_to.alert.accept()
+        self.console.read_all()
+        self.device.wait_until_ready()
+        wait_until(lambda: not self.browser.find_elements(By.CSS_SELECTOR, ".lost"), "a page that is back")
+        self.open_console("VOUT sta\n")
+        self.shows(".xterm-accessibility", "VOUT sta")
+
     def test_another_site_neither_reads_nor_changes_anything(self):
         with http.server.ThreadingHTTPServer(("127.0.0.1", 0), HostileSite) as site:
             threading.Thread(target=site.serve_forever, daemon=True).start()
