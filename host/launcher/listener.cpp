@@ -120,7 +120,7 @@ void Listener::refuseOne() {
     reserve_.reset();
     UniqueFd peer(accept4(socket_.get(), nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC));
     if (peer) {
-        sendLastWords(peer.get(), "Too many connections.\r\n");
+        sendIfTaken(peer.get(), "Too many connections.\r\n");
         discardInput(peer.get());
     }
     peer.reset();

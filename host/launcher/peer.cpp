@@ -32,7 +32,7 @@ void preparePeerSocket(int peer) {
     setOption(peer, IPPROTO_TCP, TCP_USER_TIMEOUT, unansweredMilliseconds);
 }
 
-void sendLastWords(int peer, std::string_view text) {
+void sendIfTaken(int peer, std::string_view text) {
     // An error shows on the next read.
     static_cast<void>(send(peer, text.data(), text.size(), MSG_DONTWAIT | MSG_NOSIGNAL));
     shutdown(peer, SHUT_WR);

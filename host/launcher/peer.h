@@ -17,7 +17,7 @@ struct Peer {
 void preparePeerSocket(int peer);
 
 /// Sends a short text if the peer takes it at once, and ends the output.
-void sendLastWords(int peer, std::string_view text);
+void sendIfTaken(int peer, std::string_view text);
 
 /// Throws away what has arrived. False when the peer has closed or failed.
 bool discardInput(int peer);

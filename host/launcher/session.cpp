@@ -37,12 +37,12 @@ constexpr auto mostTalking = 3s;
 }  // namespace
 
 Session::Session(EventLoop& loop, Peer peer, ConsoleProcess console, TelnetStream::Kind kind, Observers& observers,
-                 Farewells& farewells, milliseconds peerPatience, Callback onOver)
+                 LingeringCloses& lingeringCloses, milliseconds peerPatience, Callback onOver)
     : stream_(kind),
       peer_(std::move(peer)),
       observation_(observers, peer_),
       console_(std::move(console)),
-      farewells_(farewells),
+      lingeringCloses_(lingeringCloses),
       onOver_(std::move(onOver)),
       fromPeer_(std::make_unique<Channel>(loop, peer_.socket.get(), peerPatience, peerHandlers())),
       fromConsole_(std::make_unique<Channel>(loop, console_.terminal(), consolePatience, consoleHandlers())),
@@ -183,7 +183,7 @@ void Session::partIfDelivered() {
     if (fromConsole_ || !fromPeer_ || fromPeer_->waiting() > 0) return;
     quiet_.stop();
     fromPeer_.reset();
-    farewells_.say(std::move(peer_.socket));
+    lingeringCloses_.close(std::move(peer_.socket));
     reportIfOver();
 }
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "host/launcher/console_process.h"
-#include "host/launcher/farewells.h"
+#include "host/launcher/lingering_closes.h"
 #include "host/launcher/observers.h"
 #include "host/launcher/peer.h"
 #include "host/launcher/telnet_stream.h"
@@ -20,7 +20,7 @@ class Session {
     /// `peerPatience` is how long a peer may take nothing of its waiting output. `onOver` is called once, when isOver()
     /// has become true; it must not destroy the session.
     Session(EventLoop& loop, Peer peer, ConsoleProcess console, TelnetStream::Kind kind, Observers& observers,
-            Farewells& farewells, std::chrono::milliseconds peerPatience, Callback onOver);
+            LingeringCloses& lingeringCloses, std::chrono::milliseconds peerPatience, Callback onOver);
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 
@@ -62,7 +62,7 @@ class Session {
     Peer peer_;
     Observation observation_;
     ConsoleProcess console_;
-    Farewells& farewells_;
+    LingeringCloses& lingeringCloses_;
     Callback onOver_;
     std::unique_ptr<Channel> fromPeer_;     ///< none once the peer is gone
     std::unique_ptr<Channel> fromConsole_;  ///< none once the console's terminal is closed

@@ -14,22 +14,23 @@ using namespace std::chrono_literals;
 Sessions::Sessions(EventLoop& loop, const LaunchOptions& options)
     : loop_(loop),
       options_(options),
-      farewells_(loop),
+      lingeringCloses_(loop),
       observers_(loop),
       sweep_(loop, [this] { sweep(); }),
       childWatch_(loop, SIGCHLD, [this] { reap(); }) {}
 
 void Sessions::admit(Peer peer, const ConsolePort& port) {
-    if (const char* reason = reasonToRefuse(peer.address)) return farewells_.say(std::move(peer.socket), reason);
+    if (const char* reason = reasonToRefuse(peer.address))
+        return lingeringCloses_.close(std::move(peer.socket), reason);
     std::optional<ConsoleProcess> console = ConsoleProcess::start({port.programName, peer.address});
     if (!console) {
         std::perror("launcher: no console");
-        return farewells_.say(std::move(peer.socket), "No console available.\r\n");
+        return lingeringCloses_.close(std::move(peer.socket), "No console available.\r\n");
     }
     preparePeerSocket(peer.socket.get());
     // A session says that it is over from within its own handlers; it is forgotten when they have returned.
     const auto sweepSoon = [this] { sweep_.start(0ms); };
-    sessions_.emplace_back(loop_, std::move(peer), std::move(*console), port.kind, observers_, farewells_,
+    sessions_.emplace_back(loop_, std::move(peer), std::move(*console), port.kind, observers_, lingeringCloses_,
                            std::chrono::seconds(options_.peerPatience), sweepSoon);
 }
 

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "host/launcher/console_port.h"
-#include "host/launcher/farewells.h"
 #include "host/launcher/launch_options.h"
+#include "host/launcher/lingering_closes.h"
 #include "host/launcher/observers.h"
 #include "host/launcher/session.h"
 #include "host/loop/event_loop.h"
@@ -33,7 +33,7 @@ class Sessions {
 
     EventLoop& loop_;
     const LaunchOptions& options_;
-    Farewells farewells_;
+    LingeringCloses lingeringCloses_;
     Observers observers_;
     std::list<Session> sessions_;
     Timer sweep_;

@@ -1,4 +1,4 @@
-#include "host/launcher/farewells.h"
+#include "host/launcher/lingering_closes.h"
 
 #include "host/launcher/peer.h"
 
@@ -14,7 +14,7 @@ constexpr std::size_t mostAtOnce = 64;
 
 }  // namespace
 
-Farewells::Parting::Parting(EventLoop& loop, UniqueFd socket, Farewells& all)
+LingeringCloses::LingeringClose::LingeringClose(EventLoop& loop, UniqueFd socket, LingeringCloses& all)
     : peer(std::move(socket)),
       watch(loop, peer.get(),
             [this, &all] {
@@ -24,14 +24,14 @@ Farewells::Parting::Parting(EventLoop& loop, UniqueFd socket, Farewells& all)
     deadline.start(patience);
 }
 
-void Farewells::say(UniqueFd peer, std::string_view text) {
-    sendLastWords(peer.get(), text);
-    if (partings_.size() == mostAtOnce) partings_.pop_front();
-    partings_.emplace_back(loop_, std::move(peer), *this);
+void LingeringCloses::close(UniqueFd peer, std::string_view text) {
+    sendIfTaken(peer.get(), text);
+    if (closes_.size() == mostAtOnce) closes_.pop_front();
+    closes_.emplace_back(loop_, std::move(peer), *this);
 }
 
-void Farewells::forget(const Parting& parting) {
-    partings_.remove_if([&parting](const Parting& other) { return &other == &parting; });
+void LingeringCloses::forget(const LingeringClose& ended) {
+    closes_.remove_if([&ended](const LingeringClose& other) { return &other == &ended; });
 }
 
 }  // namespace host

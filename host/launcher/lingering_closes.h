@@ -1,4 +1,4 @@
-/// Connections that have been told their last and wait for the peer to close.
+/// Connections that are closed on our side and wait for the peer to close, too.
 ///
 /// Closing a socket while it holds unread input resets the connection, and the peer may lose what it was sent last.
 #pragma once
@@ -11,26 +11,26 @@
 
 namespace host {
 
-class Farewells {
+class LingeringCloses {
   public:
-    explicit Farewells(EventLoop& loop) : loop_(loop) {}
+    explicit LingeringCloses(EventLoop& loop) : loop_(loop) {}
 
     /// Sends `text` if the peer takes it at once, and closes when the peer does, or shortly after.
-    void say(UniqueFd peer, std::string_view text = {});
+    void close(UniqueFd peer, std::string_view text = {});
 
   private:
-    struct Parting {
-        Parting(EventLoop& loop, UniqueFd socket, Farewells& all);
+    struct LingeringClose {
+        LingeringClose(EventLoop& loop, UniqueFd socket, LingeringCloses& all);
 
         UniqueFd peer;
         ReadWatch watch;
         Timer deadline;
     };
 
-    void forget(const Parting& parting);
+    void forget(const LingeringClose& ended);
 
     EventLoop& loop_;
-    std::list<Parting> partings_;
+    std::list<LingeringClose> closes_;
 };
 
 }  // namespace host
