@@ -374,7 +374,7 @@ consteval bool longerNamesStandFirst() {
 }
 
 /// A leaf up to its first colon: {"audio":
-constexpr std::string_view firstKeyOf(std::string_view leaf) { return leaf.substr(0, leaf.find(':') + 1); }
+constexpr std::string_view firstKeyOf(std::string_view leaf) { return {leaf.data(), leaf.find(':') + 1}; }
 
 /// For each row the next one whose leaf has the same first key; the number of rows where there is none.
 consteval auto chainRows() {
