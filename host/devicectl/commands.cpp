@@ -15,6 +15,7 @@
 #include "text/owned_text.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <fstream>
 #include <json-c/json_util.h>
@@ -121,7 +122,7 @@ int watch(const Arguments& /*words*/) {
 
 int listCalls(const Arguments& /*words*/) {
     std::ifstream file(callLogPath());
-    if (!file) return fail(callLogPath());
+    if (!file) return errno == ENOENT ? 0 : fail(callLogPath());  // the first call makes the file
     for (std::string line; std::getline(file, line);) std::puts(line.c_str());
     return 0;
 }

@@ -200,6 +200,8 @@ class Control(unittest.TestCase):
 
     def test_it_says_which_word_is_wrong(self):
         with Device() as device:
+            before = device.ctl("calls")
+            self.assertEqual((0, "", ""), (before.returncode, before.stdout, before.stderr))
             for words, said in ((("confg", "get"), 'one of config, status, .*, not "confg"'),
                                 (("config", "gt", "{}"), 'after "config" comes one of get, set, not "gt"'),
                                 (("publish", "someEvent"), "missing: publish EVENT TEXT"),
