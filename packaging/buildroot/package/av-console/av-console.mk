@@ -1,0 +1,17 @@
+################################################################################
+#
+# av-console
+#
+################################################################################
+
+# The checkout that this tree is part of.
+AV_CONSOLE_SITE = $(BR2_EXTERNAL_AV_CONSOLE_PATH)/../..
+AV_CONSOLE_SITE_METHOD = local
+AV_CONSOLE_EXCLUSIONS = build .device
+AV_CONSOLE_DEPENDENCIES = json-c
+AV_CONSOLE_CONF_OPTS = \
+	-DPLATFORM=none \
+	-DPLATFORM_LIBRARIES="$(call qstrip,$(BR2_PACKAGE_AV_CONSOLE_LIBRARIES))" \
+	-DCMAKE_BUILD_TYPE=MinSizeRel
+
+$(eval $(cmake-package))
