@@ -35,7 +35,7 @@ TEST(Logger, WritesOneLineWhateverTheText) {
     __printLog(5, "[%s]\tscalerMode=%d\x1b[1m \\ \r\n", "name", 1);
     EXPECT_EQ(EXDEV, errno);
     const std::string line = lastLogLine();
-    EXPECT_EQ("] 5 [name]\\x09scalerMode=1\\x1b[1m \\x5c ", line.substr(line.find(']'))) << line;
+    EXPECT_EQ("] 5 [name]\\tscalerMode=1\\033[1m \\\\ ", line.substr(line.find(']'))) << line;
     EXPECT_EQ(std::string("2026-11-21T03:31:19.123Z ").size(), line.find(program_invocation_short_name)) << line;
     __printLog(5, "%s", std::string(100'000, '\n').append("x").c_str());
     EXPECT_LT(lastLogLine().size(), 5000U);

@@ -115,6 +115,17 @@ TEST_F(Triggers, EachFieldOfARequestHasItsOwnSource) {
                                   rest + R"(0,"writeNull":0,"readNull":1}})"}));
 }
 
+TEST_F(Triggers, AMissingTextDropsTheCommand) {
+    for (const char* texts : {R"({"content":{"off":"41","feedbackOff":"42"},"end":{"off":"CR"}})",
+                              R"({"content":{"off":"41"},"end":{"off":"CR","feedbackOff":"CR"}})",
+                              R"({"content":{"off":"41"}})", R"({"end":{"off":"CR"}})"}) {
+        reset();
+        setConfig(commands(texts));
+        sendTrigger(rs232, powerOff);
+        EXPECT_EQ(calls(), Lines{}) << texts;
+    }
+}
+
 TEST_F(Triggers, AFailedCallFreesTheTransportAndEndsThePieces) {
     setConfig(commands(R"({"commandWait":true})"));
     store("on", "41 2c 42 2c 43", "CR");
