@@ -150,6 +150,8 @@ class Server:
 class Device(Server):
     """A whole device."""
 
+    address = "127.0.0.1"
+
     def __init__(self, *arguments, prefix=()):
         """`prefix`: a command that runs the device; "{}" in it is the folder above its root."""
         super().__init__()

@@ -22,6 +22,10 @@ What has to follow, nothing more and nothing less, before the next of the above:
     log: text             a line with this text that the run logs from the last action on; "get" is none
     log +5: text          the same, and at least 5 s after the line before
 
+With --console HOST:PORT and --devicectl COMMAND (such as "ssh box devicectl") they are played on a device that is there
+already, and what needs a device of the runner's own is left out, with the reason. Nothing there is restarted, reset or
+given another address unless --disturb is given. Its settings are those of the last scene afterwards.
+
 A text in double quotes is read with C escapes, and %{text*3} stands for texttexttext. Nothing here sleeps: behind each
 step an unknown word is typed and an event published, and what came before both have answered is what the step did.
 """
@@ -36,8 +40,10 @@ import os
 import pathlib
 import pty
 import re
+import shlex
 import socket
 import sys
+import tempfile
 import termios
 
 from harness import PATIENCE, Console, Device, pump, wait_until
@@ -73,12 +79,46 @@ def compare(what, expected, got):
         raise Failure("\n".join([what, *difference[2:]]))
 
 
+class Hardware(Device):
+    """A device that is there already, reached over telnet and by a devicectl of its own."""
+
+    def __init__(self, console, devicectl):
+        self.scope, self.fences = contextlib.ExitStack(), itertools.count(os.getpid())
+        self.folder = self.scope.enter_context(tempfile.TemporaryDirectory())
+        self.address, _, port = console.rpartition(":")
+        self.ports, self.devicectl = [int(port), 9000, 9001, 9002], shlex.split(devicectl)
+
+    def __exit__(self, *_):
+        self.scope.close()
+
+    def control_command(self, *words):
+        """A shell at the other end takes the words apart once more."""
+        texts = [word if isinstance(word, str) else os.fsdecode(word) for word in words]
+        return [*self.devicectl, *(map(shlex.quote, texts) if self.devicectl[0] == "ssh" else texts)]
+
+    def sessions(self):
+        return []
+
+
+# What a scene may do only to a device of the runner's own.
+OWN_DEVICE = [(r"^fake ", "a device in memory"), (r"^log: ", "the log of the run"), (r"^\* call ", "a look at all calls"),
+              (r"^\$ (calls|factory set)", "a devicectl of the host device"), (r"%\{port|^open . \d", "the raw ports")]
+DISTURBING = (r"\b(Reboot|Mreset|Update|IP(DHCP|Static|Port)|IPTimeout|IPLogin)\b(?! sta)", "--disturb")
+
+
+def reason_to_leave_out(lines, may_disturb):
+    """What the scene needs and a device that is there already does not have; nothing where it can be played."""
+    reasons = OWN_DEVICE + ([] if may_disturb else [DISTURBING])
+    return next((reason for pattern, reason in reasons if re.search(pattern, "\n".join(lines), re.M)), "")
+
+
 class Stage:
     """The consoles of a scene, and the device that is started when it is first asked for."""
 
-    def __init__(self):
+    def __init__(self, make_device=Device):
         self.scope, self.device, self.consoles = contextlib.ExitStack(), None, {}
         self.forgotten = self.logged = 0
+        self.make_device = make_device
 
     def __enter__(self):
         return self
@@ -89,7 +129,7 @@ class Stage:
 
     def start(self):
         if self.device is None:
-            self.device = self.scope.enter_context(Device())
+            self.device = self.scope.enter_context(self.make_device())
             self.events = pathlib.Path(self.device.folder, "events")
             with open(self.events, "wb") as events:
                 self.device.run(self.device.control_command("watch"), stdout=events)
@@ -115,7 +155,7 @@ class Stage:
 
     def open(self, name, port):
         self.start()
-        self.consoles[name] = Console.connect(self.device.ports[PORTS.index(port)], is_telnet=port == "23")
+        self.consoles[name] = Console.connect(self.device.ports[PORTS.index(port)], self.device.address, is_telnet=port == "23")
         self.device.await_listeners(self.listening())
 
     def open_fake(self, name, script):
@@ -149,7 +189,9 @@ class Stage:
 
     def log(self):
         """What was logged and was not forgotten."""
-        return pathlib.Path(self.device.root, "log/device.log").read_bytes()[self.logged:] if self.device else b""
+        if self.device is None or isinstance(self.device, Hardware):
+            return b""
+        return pathlib.Path(self.device.root, "log/device.log").read_bytes()[self.logged:]
 
     def moment_of(self, text):
         """When a line with this text was logged; nothing while there is none."""
@@ -161,10 +203,11 @@ class Step:
     """One action and what has to follow it."""
 
     def __init__(self, number, verb, operand):
-        self.number, self.verb, self.operand = number, verb, operand
+        self.number, self.verb, self.operand, self.lines = number, verb, operand, [f"{verb} {operand}"]
         self.expected, self.closed, self.output, self.watched, self.logged = {}, set(), [], [], []
 
     def expect(self, kind, operand):
+        self.lines.append(f"{kind} {operand}")
         if kind.endswith(" closed"):
             self.closed |= set(kind.split()[0])
         elif kind in ("|", "*"):
@@ -291,17 +334,25 @@ def play_scene(stage, path, title, steps):
 
 def main():
     arguments = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    arguments.add_argument("--console", metavar="HOST:PORT", help="of a device that is there already")
+    arguments.add_argument("--devicectl", metavar="COMMAND", default="devicectl", help="of that device")
+    arguments.add_argument("--disturb", action="store_true", help="restart, reset and readdress it, too")
     arguments.add_argument("sessions", type=pathlib.Path, nargs="+")
     options = arguments.parse_args()
+    make_device = (lambda: Hardware(options.console, options.devicectl)) if options.console else Device
     failed = played = 0
     for path in options.sessions:
         opening, scenes = read_session(path)
-        with Stage() as stage:
+        with Stage(make_device) as stage:
             for title, steps in scenes:
+                lines = [line for step in opening + steps for line in step.lines]
+                if options.console and (reason := reason_to_leave_out(lines, options.disturb)):
+                    print(f"{path}: {title}: left out, it needs {reason}")
+                    continue
                 played += 1
                 failed += not play_scene(stage, path, title, opening + steps)
     print(f"{played} scenes, {failed} failed")
-    return 1 if failed or not played else 0
+    return 1 if failed or not (played or options.console) else 0
 
 
 if __name__ == "__main__":
