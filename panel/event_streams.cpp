@@ -15,7 +15,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr std::size_t mostStreams = 100;
-constexpr std::size_t mostWaiting = 1024 * 1024;
+constexpr std::size_t mostWaiting = std::size_t{1024} * 1024;
 constexpr auto readerPatience = 10s;
 constexpr auto silence = 15s;
 

@@ -1,11 +1,12 @@
 #include "panel/panel.h"
 
+#include "host/launcher/launch_options.h"
 #include "panel/assets.h"
 #include "platform/event_bus.h"
 #include "platform/user_config.h"
 
 #include <cerrno>
-#include <cstdlib>
+#include <climits>
 #include <cstring>
 #include <string_view>
 #include <utility>
@@ -51,7 +52,7 @@ host::Json charactersOf(const std::string& bytes) {
     return host::Json(json_object_new_string_len(text.data(), static_cast<int>(text.size())));
 }
 
-EventStreams::Id pageOf(const Request& request) { return std::atoi(request.query.c_str()); }
+EventStreams::Id pageOf(const Request& request) { return host::parseNumber(request.query, 1, INT_MAX).value_or(0); }
 
 void update(host::Store& store, const Request& request) {
     if (store.update(request.body.c_str())) return request.reply(done, "");
@@ -59,12 +60,6 @@ void update(host::Store& store, const Request& request) {
 }
 
 }  // namespace
-
-const std::map<std::string, Panel::Action> Panel::actions = {
-    {"/press", &Panel::press},        {"/settings", &Panel::changeSettings}, {"/status", &Panel::changeStatus},
-    {"/publish", &Panel::publish},    {"/display", &Panel::setDisplay},      {"/console", &Panel::openConsole},
-    {"/type", &Panel::typeOnConsole},
-};
 
 Panel::Panel(host::EventLoop& loop, std::string consoleAddress)
     : loop_(loop),
@@ -92,6 +87,11 @@ Panel::Panel(host::EventLoop& loop, std::string consoleAddress)
       rereading_(loop, [this] { rereadForAWhile(); }) {}
 
 void Panel::serve(const Request& request) {
+    static const std::map<std::string, Action> actions = {
+        {"/press", &Panel::press},        {"/settings", &Panel::changeSettings}, {"/status", &Panel::changeStatus},
+        {"/publish", &Panel::publish},    {"/display", &Panel::setDisplay},      {"/console", &Panel::openConsole},
+        {"/type", &Panel::typeOnConsole},
+    };
     if (!request.isPost) return request.path == "/events" ? streams_.open(request) : sendAsset(request);
     const auto action = actions.find(request.path);
     if (action == actions.end()) return request.reply(missing, "There is no such action.\n");

@@ -30,8 +30,6 @@ class Panel {
     using Id = EventStreams::Id;
     using Action = void (Panel::*)(const Request&);
 
-    static const std::map<std::string, Action> actions;
-
     void press(const Request& request);
     void changeSettings(const Request& request);
     void changeStatus(const Request& request);

@@ -1,9 +1,10 @@
 #include "panel/session_list.h"
 
 #include "host/base/unix_address.h"
+#include "host/launcher/launch_options.h"
 #include "host/launcher/observers.h"
 
-#include <cstdlib>
+#include <climits>
 #include <sstream>
 #include <utility>
 #include <vector>
@@ -89,7 +90,7 @@ void SessionList::take(const std::string& bytes) {
 
 void SessionList::takeLine(const std::string& line) {
     const std::vector<std::string> words = wordsOf(line);
-    const int id = std::atoi(words[1].c_str());
+    const int id = host::parseNumber(words[1], 1, INT_MAX).value_or(0);
     if (words[0] == "open") sessions_[id] = {words[2], words[3], words[4], ""};
     if (words[0] == "close") sessions_.erase(id);
     if (words[0] != "typed") return;

@@ -18,7 +18,7 @@ using namespace std::chrono_literals;
 
 constexpr auto patience = 5s;
 constexpr std::size_t mostObservers = 8;
-constexpr std::size_t mostWaiting = 256 * 1024;
+constexpr std::size_t mostWaiting = std::size_t{256} * 1024;
 constexpr std::size_t longestLine = 1024;
 
 UniqueFd listenAt(const std::string& path) {
