@@ -74,6 +74,8 @@ std::optional<double> numberAfter(std::string_view word, const std::string& line
     return isSensible ? std::optional(number) : std::nullopt;
 }
 
+using Clock = std::chrono::steady_clock;
+
 class Scene {
   public:
     Scene(std::string name, std::vector<std::string> lines) : name_(std::move(name)), lines_(std::move(lines)) {}
@@ -82,11 +84,13 @@ class Scene {
 
   private:
     int playLines(std::size_t first, std::size_t last);
-    int playLine(std::size_t at) const;
+    int playLine(std::size_t at);
+    void pause(double seconds);
     int refuse(std::size_t at, const char* reason) const;
 
     const std::string name_;
     const std::vector<std::string> lines_;
+    Clock::time_point paused_ = Clock::now();  ///< the end of the pause before; first the scene's beginning
 };
 
 int Scene::playLines(std::size_t first, std::size_t last) {
@@ -107,7 +111,14 @@ int Scene::playLines(std::size_t first, std::size_t last) {
     return 0;
 }
 
-int Scene::playLine(std::size_t at) const {
+/// A pause counts from the one before, so that a scene keeps its pace whatever its steps take.
+void Scene::pause(double seconds) {
+    const auto wanted = std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(seconds));
+    paused_ = std::max(paused_ + wanted, Clock::now());
+    std::this_thread::sleep_until(paused_);
+}
+
+int Scene::playLine(std::size_t at) {
     const std::string& line = lines_[at];
     if (line.empty() || line.starts_with("#")) return 0;
     const std::optional<double> seconds = numberAfter("wait", line);
@@ -117,7 +128,7 @@ int Scene::playLine(std::size_t at) const {
     }
     if (line.starts_with("== ")) return 0;
     if (seconds) {
-        std::this_thread::sleep_for(std::chrono::duration<double>(*seconds));  // the pause is part of the scene
+        pause(*seconds);
         return 0;
     }
     if (!line.starts_with("$ ")) return refuse(at, "not a line of a scene");
@@ -135,7 +146,10 @@ int playScene(const Arguments& words) {
     std::ifstream file(words[0]);
     if (!file) return fail(words[0]);
     std::vector<std::string> lines;
-    for (std::string line; std::getline(file, line);) lines.push_back(line);
+    for (std::string line; std::getline(file, line);) {
+        line.erase(line.find_last_not_of(" \t\r") + 1);
+        lines.push_back(line);
+    }
     return Scene(words[0], std::move(lines)).play();
 }
 

@@ -43,6 +43,16 @@ class Documents(unittest.TestCase):
             device.ctl("config", "set", '{"system":{"broadcast":true}}')
             self.assertEqual(b"Broadcast on\r\n", right.read_until(b"\r\n"), "nothing else came on the other console")
 
+    def test_the_scene_of_the_readme(self):
+        with harness.Device() as device, device.console() as console:
+            device.await_listeners([console])
+            with open(device.folder + "/own.scene", "w", encoding="utf-8") as scene:
+                scene.write(re.search(r"```scene\n(.*?)```", (CHECKOUT / "README.md").read_text(), re.S)[1])
+            done = device.ctl("play", scene.name)
+            self.assertEqual(0, done.returncode, done.stderr)
+            seen = b"VOUT -30\r\n" + b"InputStatus 01\r\nInputStatus 11\r\n" * 3
+            harness.pump([console], lambda: console.seen.endswith(seen), repr(seen))
+
     def test_lines_to_paste(self):
         with harness.Device() as device, device.console() as console:
             console.ask(b"USBSW 1\rDispBtn vol+\rDispBtn sta\r", b"DispBtn off\r\n")  # some calls and bytes to look at
