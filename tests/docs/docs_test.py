@@ -11,7 +11,7 @@ import harness
 
 CHECKOUT = pathlib.Path(__file__).resolve().parents[2]
 PAGES = [CHECKOUT / "README.md", *sorted((CHECKOUT / "docs").glob("*.md"))]
-PASTED = re.compile(r"(?:^ {4}|^|`)((?:\./devicectl|printf|grep) [^`\n]*)(?:`|$)", re.M)
+PASTED = re.compile(r"(?:^ {4}|^|`)((?:\./devicectl|printf|grep|rlwrap|source) [^`\n]*)(?:`|$)", re.M)
 ENDLESS = re.compile(r"devicectl (watch|play)")
 TYPED = "(typed)"
 
@@ -68,7 +68,7 @@ class Documents(unittest.TestCase):
         for usual, port in zip(("2323", "9000", "9001", "9002"), device.ports):
             line = line.replace(f"127.0.0.1 {usual}", f"127.0.0.1 {port}")
         run = subprocess.Popen(["bash", "-c", "exec " + line if is_endless else line], cwd=CHECKOUT,
-                               stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
+                               stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
         if is_endless:
             harness.wait_until(lambda: device.ctl("publish", "CommandFeedback", "seen") and run.poll() is None, line)
             run.send_signal(signal.SIGTERM)
@@ -76,6 +76,15 @@ class Documents(unittest.TestCase):
             return
         output, _ = run.communicate(timeout=harness.PATIENCE)
         self.assertEqual(0, run.returncode, output)
+
+    def test_words_are_completed(self):
+        script = 'source $0; COMP_WORDS=("$@") COMP_CWORD=$(($# - 1)); _devicectl "$1"; echo "${COMPREPLY[*]}"'
+        for words, completed in ((["c"], "config call calls"),
+                                 (["--root", "x", "config", ""], "get set"),
+                                 (["--root", "=", "x", "watch", ""], ""),
+                                 (["play", "scenes/fl"], "scenes/flapping-link.scene")):
+            command = ["bash", "-c", script, "packaging/bash-completion/devicectl", os.environ["DEVICECTL"], *words]
+            self.assertEqual(completed + "\n", subprocess.check_output(command, cwd=CHECKOUT, text=True))
 
     def test_the_script_for_the_tests_says_what_is_allowed(self):
         script = lambda *words: subprocess.run([CHECKOUT / "test", *words], capture_output=True, text=True, check=False)
