@@ -26,20 +26,26 @@ int showVersion() {
     return 0;
 }
 
-/// Takes a "--root DIR" or "--root=DIR" that stands at `at` out of `arguments`.
+/// Takes a "--root DIR" or "--root=DIR" that stands at `at` out of `arguments`; without its DIR it names no folder.
 bool takeRoot(Arguments& arguments, std::size_t at) {
     constexpr std::string_view option = "--root";
     const std::string_view word = arguments[at];
     const bool isOneWord = word.starts_with("--root=");
-    if (!isOneWord && (word != option || at + 1 == arguments.size())) return false;
-    setDeviceRoot(isOneWord ? arguments[at] + option.size() + 1 : arguments[at + 1]);
+    if (!isOneWord && word != option) return false;
+    const std::size_t end = std::min(at + (isOneWord ? 1 : 2), arguments.size());
+    const bool isAlone = !isOneWord && end == at + 1;
+    setDeviceRoot(isOneWord ? arguments[at] + option.size() + 1 : isAlone ? "" : arguments[at + 1]);
     const auto first = arguments.begin() + static_cast<std::ptrdiff_t>(at);
-    arguments.erase(first, first + (isOneWord ? 1 : 2));
+    arguments.erase(first, arguments.begin() + static_cast<std::ptrdiff_t>(end));
     return true;
 }
 
+bool isRootKnown() {
+    const char* root = std::getenv(deviceRootVariable);
+    return root != nullptr && *root != '\0';
+}
+
 int run(const char* program, Arguments arguments) {
-    bool isRootKnown = std::getenv(deviceRootVariable) != nullptr;
     for (std::size_t at = 0; at < arguments.size();) {
         const std::string_view word = arguments[at];
         if (word == "--help") return showHelp(program, stdout);
@@ -48,12 +54,10 @@ int run(const char* program, Arguments arguments) {
             arguments.erase(arguments.begin() + static_cast<std::ptrdiff_t>(at));
             break;
         }
-        const bool isTaken = takeRoot(arguments, at);
-        isRootKnown = isRootKnown || isTaken;
-        if (!isTaken) ++at;
+        if (!takeRoot(arguments, at)) ++at;
     }
-    if (arguments.empty() || !isRootKnown) return showHelp(program, stderr);
-    return runVerb(arguments);
+    if (arguments.empty()) return showHelp(program, stderr);
+    return isRootKnown() ? runVerb(arguments) : explain("--root DIR has to name the device's folder");
 }
 
 }  // namespace

@@ -150,6 +150,7 @@ int playScene(const Arguments& words) {
         line.erase(line.find_last_not_of(" \t\r") + 1);
         lines.push_back(line);
     }
+    if (file.bad()) return fail(words[0]);  // a folder, say
     return Scene(words[0], std::move(lines)).play();
 }
 

@@ -30,11 +30,6 @@ class Choice {
     std::string_view last_;
 };
 
-int explain(const std::string& mistake) {
-    std::fprintf(stderr, "devicectl: %s (devicectl --help says more)\n", mistake.c_str());
-    return usageStatus;
-}
-
 int explainWords(const Arguments& arguments) {
     Choice first, second;
     for (const Verb& verb : verbs()) {
@@ -85,6 +80,11 @@ int runVerb(const Arguments& arguments) {
     const bool isRunning = signalDevice(0);
     if (!isRunning && (verb->needsDevice || errno == ENOENT)) return reportNoDevice();
     return verb->run(Arguments(arguments.begin() + static_cast<std::ptrdiff_t>(verb->wordCount()), arguments.end()));
+}
+
+int explain(const std::string& mistake) {
+    std::fprintf(stderr, "devicectl: %s (devicectl --help says more)\n", mistake.c_str());
+    return usageStatus;
 }
 
 int fail(const std::string& what, const char* reason) {

@@ -37,6 +37,9 @@ const Verb* findVerb(const Arguments& arguments);
 /// and what is allowed in its place.
 int runVerb(const Arguments& arguments);
 
+/// The one line about a mistake on the command line.
+int explain(const std::string& mistake);
+
 /// The one line of a command that failed: what it was about, and errno's reason or a given one.
 int fail(const std::string& what, const char* reason = nullptr);
 

@@ -70,7 +70,7 @@ int reportMistake(const char* program, const char* word, const char* value) {
     } else if (value == nullptr) {
         std::fprintf(stderr, "%s: %s lacks its value. %s %s\n", program, word, word, option->meaning);
     } else {
-        std::fprintf(stderr, "%s: %s cannot be %s. %s %s\n", program, word, value, word, option->meaning);
+        std::fprintf(stderr, "%s: %s cannot be \"%s\". %s %s\n", program, word, value, word, option->meaning);
     }
     return usageStatus;
 }

@@ -53,7 +53,8 @@ class StartAndEnd(unittest.TestCase):
             self.assertLess(len(broken), 5, broken)
 
     def test_mistakes_on_the_command_line_are_named(self):
-        for words, mistake in ((["--prot", "1"], "--prot is no option"), (["--ports", "1,2"], "--ports cannot be 1,2."),
+        for words, mistake in ((["--prot", "1"], "--prot is no option"),
+                               (["--ports", "1,2"], '--ports cannot be "1,2".'),
                                (["--port"], "--port lacks its value."),
                                (["--port", "7", "--ports", "0,7,0"], "port 7 is given twice")):
             done = subprocess.run([os.environ["DEVICE"], *words], capture_output=True, text=True, timeout=20, check=False)
@@ -205,7 +206,8 @@ class Control(unittest.TestCase):
             for words, said in ((("confg", "get"), 'one of config, status, .*, not "confg"'),
                                 (("config", "gt", "{}"), 'after "config" comes one of get, set, not "gt"'),
                                 (("publish", "someEvent"), "missing: publish EVENT TEXT"),
-                                (("calls", "x"), '"x" is a word too many: calls')):
+                                (("calls", "x"), '"x" is a word too many: calls'),
+                                (("calls", "--root"), "--root DIR has to name")):
                 done = device.ctl(*words)
                 self.assertEqual(done.returncode, 2)
                 self.assertRegex(done.stderr, said)
@@ -226,6 +228,7 @@ class Control(unittest.TestCase):
             with open(wrong, "w", encoding="utf-8") as scene:
                 scene.write("repeat 2\n$ publish CommandFeedback \"a\\x41 \\n\"\nend\n$ call nobody x y\n")
             done = device.ctl("play", wrong)
+            self.assertEqual(device.ctl("play", device.folder).returncode, 1)
             self.assertIn(":4: $ call nobody x y: the scene ends here", done.stderr)
             self.assertEqual(console.read_until(b"aA \n\r\naA \n\r\n").count(b"aA"), 2)
 
