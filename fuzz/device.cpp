@@ -2,8 +2,7 @@
 
 #include "host/base/json.h"
 #include "host/store/defaults.h"
-
-#include <json-c/json.h>
+#include "host/store/document.h"
 
 namespace fuzz {
 namespace {
@@ -17,14 +16,6 @@ constexpr char furtherSettings[] = R"({
         "content":{"on":"41 2c 42 2c 2c 43"},
         "end":{"on":"CR-LF","off":"None","mute":"Null","volumePlus":"STX","feedbackMute":"none of these"}}}}}},
     "system":{"broadcast":false}})";
-
-void addLeaves(json_object* value, const std::string& path, Leaves& leaves) {
-    if (!json_object_is_type(value, json_type_object)) {
-        leaves[path] = host::compactText(value);
-        return;
-    }
-    json_object_object_foreach(value, key, member) addLeaves(member, path + "/" + key, leaves);
-}
 
 }  // namespace
 
@@ -41,7 +32,8 @@ Device::Device() {
 Leaves leavesOf(const std::string& document) {
     const host::Json root = host::parseExactJson(document.c_str());
     Leaves leaves;
-    addLeaves(root.get(), "", leaves);
+    if (root == nullptr) leaves[""] = document;
+    for (const auto& [path, value] : host::leavesOf(root.get())) leaves[path] = value;
     return leaves;
 }
 

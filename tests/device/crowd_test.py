@@ -20,7 +20,6 @@ SECONDS = float(os.environ.get("CROWD_SECONDS", "3"))
 CYCLES = int(os.environ.get("CROWD_CYCLES", "500"))
 RACES = int(os.environ.get("CROWD_RACES", "5"))
 SESSIONS = 100
-MOST_FROM_ONE_ADDRESS = 192
 
 CHANGE = re.compile(rb"CliUser (\d+-\d+)\r\n")
 REPLY = re.compile(rb"Command FAILED: \(\?(\d+-\d+)\)\r\n")
@@ -144,32 +143,6 @@ class Coming(Footprints):
             before = self.visit(device, CYCLES // 4)
             after = self.visit(device, CYCLES - CYCLES // 4)
             self.assert_flat(before, after, f"{CYCLES} sessions")
-
-    def flood(self, device):
-        """400 at once and one more: as many are served as may come from an address."""
-        refusal = b"Too many sessions from your address.\r\n"
-        clients = [device.console() for _ in range(401)]
-        with concurrent.futures.ThreadPoolExecutor(20) as askers:
-            answers = collections.Counter(askers.map(self.first_answer, clients))
-        self.assertEqual(answers, {b"Type": MOST_FROM_ONE_ADDRESS, refusal: 401 - MOST_FROM_ONE_ADDRESS})
-        for client in clients:
-            client.close()
-        return self.rest(device)
-
-    def test_a_flood_is_refused_with_one_line_each_and_leaves_nothing_behind(self):
-        with Device() as device:
-            before = self.flood(device)
-            self.assert_flat(before, self.flood(device), "another flood")
-            self.visit(device, 20)
-
-    def first_answer(self, client):
-        """The line that refuses it, or the echo of what it typed."""
-        try:
-            client.sendall(b"Type\r")
-            got = client.read_until(b"\r\n")
-        except (AssertionError, ConnectionError):
-            got = b""
-        return b"Type" if got.endswith(b"Type\r\r\n") else got
 
 
 class SameMoment(unittest.TestCase):

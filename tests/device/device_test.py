@@ -103,18 +103,6 @@ class StartAndEnd(unittest.TestCase):
             with device.console() as console:
                 console.ask(b"HDMIAUD sta\r", b"HDMIAUD off\r\n")
 
-    def test_a_damaged_settings_file_is_set_aside(self):
-        with Device() as device:
-            device.stop()
-            for name in ("settings.db-wal", "settings.db-shm"):
-                if os.path.exists(f"{device.root}/{name}"):
-                    os.remove(f"{device.root}/{name}")
-            with open(device.root + "/settings.db", "r+b") as database:
-                database.write(os.urandom(8192))
-            device.start()
-            self.assertIn("settings.db.corrupt-", device.said())
-            self.assertTrue(device.answers())
-
 
 class Restart(unittest.TestCase):
     def test_a_restart_ends_sessions_and_renews_the_status_alone(self):

@@ -34,6 +34,10 @@
 using fake_platform::Lines;
 using host::Json;
 using host::parseFirstJson;
+using host::readBoolean;
+using host::readDouble;
+using host::readInt;
+using host::readString;
 
 namespace {
 
@@ -119,7 +123,6 @@ struct Device {
     std::map<std::pair<std::string, std::string>, std::string> replies;
     std::map<std::string, Failure> failures;
     Lines published, calls, shellLines, logLines, waits, updates;
-    int shellStatus = 0;
     std::list<eventbus> buses;
     std::list<lpc_service> services;
     std::list<lpc_service> forgottenServices;
@@ -130,6 +133,9 @@ Device& device() {
     static Device* const instance = new Device;  // outlives the threads that are never joined
     return *instance;
 }
+
+Store& settings = device().settings;
+Store& status = device().status;
 
 using Lock = std::unique_lock<std::mutex>;
 
@@ -223,8 +229,7 @@ int query(const char* function, const Store& store, const char* query, Read read
 }
 
 template <typename Value>
-int query(const char* function, const Store& store, const char* text, bool (*read)(json_object*, Value*),
-          Value* value) {
+int ask(const Store& store, const char* function, const char* text, bool (*read)(json_object*, Value*), Value* value) {
     return query(function, store, text, [read, value](json_object* leaf) { return read(leaf, value); });
 }
 
@@ -262,7 +267,7 @@ int runShellLine(const char* function, const char* command) {
     const Lock locked = lock();
     if (fails(function)) return -1;
     device().shellLines.push_back(command);
-    return device().shellStatus;
+    return 0;
 }
 
 lpc_service* findService(const std::string& name, const std::string& method) {
@@ -347,7 +352,6 @@ void reset() {
     all.failures.clear();
     for (Lines* lines : {&all.published, &all.calls, &all.shellLines, &all.logLines, &all.waits, &all.updates})
         lines->clear();
-    all.shellStatus = 0;
     for (eventbus& bus : all.buses) bus.waiting.clear();
     all.forgottenServices.splice(all.forgottenServices.end(), all.services);
     setLogLevel(0);
@@ -366,11 +370,6 @@ void setFactoryData(const std::string& key, const std::string& text) {
 void setReply(const std::string& service, const std::string& method, const std::string& text) {
     const Lock locked = lock();
     device().replies[{service, method}] = text;
-}
-
-void setShellStatus(int status) {
-    const Lock locked = lock();
-    device().shellStatus = status;
 }
 
 void setLogLevel(int level) {
@@ -418,51 +417,29 @@ bool awaitSubscription(const std::string& event) {
     });
 }
 
-std::string callService(const std::string& service, const std::string& method, const std::string& text) {
-    Lock locked = lock();
-    const auto isOffered = [&] { return findService(service, method) != nullptr; };
-    if (!device().changed.wait_for(locked, patience, isOffered)) return "no service";
-    const lpc_completion completion{&askService(*findService(service, method), text.c_str()), {}};
-    return await(locked, completion, patience) ? completion.request->reply : "no answer";
-}
-
 }  // namespace fake_platform
 
 // What the program links: platform/*.h.
 
 extern "C" {
 
-int user_config_query_boolean(const char* text, int* value) {
-    return query(__func__, device().settings, text, host::readBoolean, value);
-}
+int user_config_query_boolean(const char* at, int* value) { return ask(settings, __func__, at, readBoolean, value); }
 
-int user_config_query_int(const char* text, int* value) {
-    return query(__func__, device().settings, text, host::readInt, value);
-}
+int user_config_query_int(const char* at, int* value) { return ask(settings, __func__, at, readInt, value); }
 
-int user_config_query_string(const char* text, char** value) {
-    return query(__func__, device().settings, text, host::readString, value);
-}
+int user_config_query_string(const char* at, char** value) { return ask(settings, __func__, at, readString, value); }
 
 json_token* user_config_query_to_json_token(const char* text) { return queryToken(__func__, device().settings, text); }
 
 int user_config_update(const char* document) { return update(device().settings, document); }
 
-int user_status_query_boolean(const char* text, int* value) {
-    return query(__func__, device().status, text, host::readBoolean, value);
-}
+int user_status_query_boolean(const char* at, int* value) { return ask(status, __func__, at, readBoolean, value); }
 
-int user_status_query_int(const char* text, int* value) {
-    return query(__func__, device().status, text, host::readInt, value);
-}
+int user_status_query_int(const char* at, int* value) { return ask(status, __func__, at, readInt, value); }
 
-int user_status_query_double(const char* text, double* value) {
-    return query(__func__, device().status, text, host::readDouble, value);
-}
+int user_status_query_double(const char* at, double* value) { return ask(status, __func__, at, readDouble, value); }
 
-int user_status_query_string(const char* text, char** value) {
-    return query(__func__, device().status, text, host::readString, value);
-}
+int user_status_query_string(const char* at, char** value) { return ask(status, __func__, at, readString, value); }
 
 json_token* user_status_query_to_json_token(const char* text) { return queryToken(__func__, device().status, text); }
 

@@ -30,9 +30,6 @@ void setFactoryData(const std::string& key, const std::string& text);
 /// The reply to every call of the method from now on. Without one a call of a daemon succeeds and answers nothing.
 void setReply(const std::string& service, const std::string& method, const std::string& text);
 
-/// The exit status of every shell line from now on.
-void setShellStatus(int status);
-
 /// The level up to which __printLog lines are wanted.
 void setLogLevel(int level);
 
@@ -61,9 +58,5 @@ bool settle();
 
 /// Waits until somebody subscribed to the event. False after ten seconds.
 bool awaitSubscription(const std::string& event);
-
-/// Calls a service that the program offers, now or within ten seconds, and returns its reply once the request was
-/// completed. "no service" or "no answer" after ten seconds.
-std::string callService(const std::string& service, const std::string& method, const std::string& text);
 
 }  // namespace fake_platform

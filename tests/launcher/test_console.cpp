@@ -17,33 +17,15 @@ void print(const std::string& text) {
     }
 }
 
-void printEnvironment() {
-    for (char** variable = environ; *variable != nullptr; ++variable) print(std::string(*variable) + "\n");
-}
-
-void ignoreEnding() {
-    std::signal(SIGHUP, SIG_IGN);
-    std::signal(SIGTERM, SIG_IGN);
-}
-
-void stopReading() {
-    while (true) pause();
-}
-
-void tick() {
-    while (true) {
-        print("tick\r\n");
-        usleep(100'000);
-    }
-}
-
 void obey(const std::string& line) {
-    if (line == "!environment") printEnvironment();
+    if (line == "!environment")
+        for (char** variable = environ; *variable != nullptr; ++variable) print(std::string(*variable) + "\n");
     if (line == "!pid") print(std::to_string(getpid()));
     if (line == "!last words") print(std::string(30'000, 'w') + "end"), std::exit(0);
-    if (line == "!stubborn") ignoreEnding();
-    if (line == "!ticks") tick();
-    if (line == "!deaf") stopReading();
+    if (line == "!stubborn")
+        for (const int number : {SIGHUP, SIGTERM}) std::signal(number, SIG_IGN);
+    for (; line == "!ticks"; usleep(100'000)) print("tick\r\n");
+    while (line == "!deaf") pause();
     if (line == "!slow") usleep(1'000'000);
     if (line == "!count") std::ofstream("count", std::ios::app) << '.' << std::flush;
     print("!done\n");

@@ -1,9 +1,7 @@
 """The panel in a real browser; or, where PANEL_PICTURES names a folder for them, its pictures."""
 
-import http.server
 import os
 import subprocess
-import threading
 import unittest
 
 from selenium import webdriver
@@ -15,36 +13,13 @@ from panelled import PanelledDevice
 
 OPTIONS = ("--headless=new --no-sandbox --disable-gpu --disable-quic --no-first-run --disable-background-networking "
            "--disable-component-update --disable-sync --hide-scrollbars").split()
-NAME_OF_ANOTHER = "--host-resolver-rules=MAP elsewhere.example 127.0.0.1"
-
-# What another site may try.
-HOSTILE = """<script>
-const panel = "http://127.0.0.1:" + location.search.slice(1);
-const body = '{"audio":{"audOut":{"allMute":true}}}';
-const stream = new EventSource(panel + "/events");
-Promise.allSettled([
-  fetch(panel + "/settings", {method: "POST", mode: "no-cors", body}), fetch(panel + "/press", {method: "POST", body}),
-  fetch(panel + "/"), new Promise((took, refused) => Object.assign(stream, {onmessage: took, onerror: refused})),
-]).then((all) => document.title = all.map((one) => one.status).join(" "));
-</script>"""
-
-
-class HostileSite(http.server.BaseHTTPRequestHandler):
-    def do_GET(self):
-        self.send_response(200)
-        self.send_header("Content-Type", "text/html")
-        self.end_headers()
-        self.wfile.write(HOSTILE.encode())
-
-    def log_message(self, *_):
-        pass
 
 
 class Page(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
         options = webdriver.ChromeOptions()
-        for option in [*OPTIONS, NAME_OF_ANOTHER]:
+        for option in OPTIONS:
             options.add_argument(option)
         options.set_capability("goog:loggingPrefs", {"browser": "ALL"})
         cls.browser = webdriver.Chrome(service=Service(os.environ["CHROMEDRIVER"]), options=options)
@@ -151,16 +126,6 @@ class Page(unittest.TestCase):
         wait_until(lambda: not self.browser.find_elements(By.CSS_SELECTOR, ".lost"), "a page that is back")
         self.open_console("VOUT sta\n")
         self.shows(".xterm-accessibility", "VOUT sta")
-
-    def test_another_site_neither_reads_nor_changes_anything(self):
-        with http.server.ThreadingHTTPServer(("127.0.0.1", 0), HostileSite) as site:
-            threading.Thread(target=site.serve_forever, daemon=True).start()
-            self.browser.get(f"http://localhost:{site.server_port}/?{self.device.panel_port}")
-            wait_until(lambda: self.browser.title == "rejected rejected rejected rejected", "four refusals")
-            site.shutdown()
-        self.browser.get(f"http://elsewhere.example:{self.device.panel_port}/")
-        self.assertIn("by its address", self.text("body"))
-        self.console.ask(b"VOUTMute sta\r", b"\r\nVOUTMute off\r\n")
 
     def test_it_is_narrow_and_breaks_no_rule_of_its_own(self):
         self.browser.get_log("browser")

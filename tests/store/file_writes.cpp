@@ -1,11 +1,13 @@
 #include "tests/store/file_writes.h"
 
+#include <cerrno>
 #include <filesystem>
 #include <sqlite3.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
 std::atomic<int> syncs = 0;
+bool isDiskFull = false;
 
 namespace {
 
@@ -18,6 +20,10 @@ void note(FileWrite::Kind kind, int fd, off_t offset = 0, std::string bytes = {}
 }
 
 ssize_t writeNoted(int fd, const void* bytes, std::size_t count, off_t offset) {
+    if (isDiskFull) {
+        errno = ENOSPC;
+        return -1;
+    }
     note(FileWrite::Kind::data, fd, offset, {static_cast<const char*>(bytes), count});
     return pwrite(fd, bytes, count, offset);
 }

@@ -30,5 +30,8 @@ class WriteRecording {
     std::vector<FileWrite> writes_;
 };
 
+/// Fails every write that is recorded.
+extern bool isDiskFull;
+
 /// How often fdatasync() was called in this process.
 extern std::atomic<int> syncs;

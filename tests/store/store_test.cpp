@@ -8,7 +8,6 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <cstdlib>
 #include <gtest/gtest.h>
 
 namespace {
@@ -77,22 +76,6 @@ class Queries : public testing::Test {
     static void SetUpTestSuite() {
         ASSERT_TRUE(host::prepareKeptStore(host::settingsKind, host::defaultSettings));
         ASSERT_TRUE(host::prepareFreshStore(host::statusKind, host::defaultStatus));
-    }
-
-    static std::string text(const char* query) {
-        char* value = nullptr;
-        if (user_config_query_string(query, &value) == 0) return "(none)";
-        std::string copy = value;
-        std::free(value);
-        return copy;
-    }
-
-    static std::string token(const char* query) {
-        json_token* found = user_config_query_to_json_token(query);
-        if (found == nullptr) return "(none)";
-        std::string copy = json_token_to_string(found);
-        json_token_ref_put(found);
-        return copy;
     }
 };
 
