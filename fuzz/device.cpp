@@ -4,6 +4,9 @@
 #include "host/store/defaults.h"
 #include "host/store/document.h"
 
+#include <cstdio>
+#include <cstdlib>
+
 namespace fuzz {
 namespace {
 
@@ -18,6 +21,11 @@ constexpr char furtherSettings[] = R"({
     "system":{"broadcast":false}})";
 
 }  // namespace
+
+void silence() {
+    static const bool isDone = std::freopen("/dev/null", "w", stdout) && (stderr = std::fopen("/dev/null", "w"));
+    if (!isDone) std::abort();
+}
 
 Device::Device() {
     fake_platform::setConfig(host::defaultSettings);

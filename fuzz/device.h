@@ -7,6 +7,10 @@
 
 namespace fuzz {
 
+/// What the console under test writes goes nowhere: the terminal belongs to the fuzzer, whose findings need its
+/// standard error.
+void silence();
+
 /// While there is one, every leaf that a command reads or writes has a value, broadcast is off and nothing fails.
 /// Afterwards nothing is left, so that a leak of the program's stands out.
 class Device {

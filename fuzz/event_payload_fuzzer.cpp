@@ -6,9 +6,9 @@
 #include "console/command_table.h"
 #include "console/event_listener.h"
 #include "console/session.h"
-#include "fuzz/console_output.h"
 #include "fuzz/device.h"
 #include "fuzz/require.h"
+#include "tests/capture.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -61,7 +61,7 @@ void checkOutput(const std::string& event, const std::string& payload, const std
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static fuzz::ConsoleOutputs console;
+    fuzz::silence();
     static SessionContext& session = startListener();
     if (size == 0) return 0;
     const fuzz::Device device;
@@ -69,8 +69,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if ((data[0] & broadcastOff) == 0) fake_platform::setConfig(R"({"system":{"broadcast":true}})");
     const std::string event = events[(data[0] & 0x0F) % std::size(events)];
     const std::string payload = std::string(data + 1, data + size).c_str();  // a payload ends at its first NUL
-    fuzz::require(fake_platform::deliver(event, payload), "the listener listens on");
-    checkOutput(event, payload, console.replies.take());
-    console.complaints.take();
+    bool isServed = false;
+    const std::string text = fake_platform::capture([&] { isServed = fake_platform::deliver(event, payload); });
+    fuzz::require(isServed, "the listener listens on");
+    checkOutput(event, payload, text);
     return 0;
 }

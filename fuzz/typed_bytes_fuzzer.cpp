@@ -2,7 +2,6 @@
 /// else happens: the byte behind it tells what.
 
 #include "console/line_reader.h"
-#include "fuzz/console_output.h"
 #include "fuzz/device.h"
 #include "fuzz/require.h"
 
@@ -86,12 +85,10 @@ void checkUpdates(const fuzz::Leaves& stored) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static fuzz::ConsoleOutputs console;
+    fuzz::silence();
     const fuzz::Device device;
     static const fuzz::Leaves stored = fuzz::storedLeaves();
     type(data, size);
-    console.replies.take();
-    console.complaints.take();
     checkUpdates(stored);
     for (const std::string& line : fake_platform::shellLines())
         fuzz::require(isPlain(line), "no shell sees what was typed", line);

@@ -130,12 +130,7 @@ class Coming(Footprints):
         for done in range(0, times, 100):
             with concurrent.futures.ThreadPoolExecutor(20) as visitors:
                 list(visitors.map(self.come_and_go, [device] * min(100, times - done)))
-            footprint = self.rest(device)
-        return footprint
-
-    def rest(self, device):
-        """What the device holds when all have left."""
-        wait_until(lambda: not device.sessions(), "the end of all sessions")
+            wait_until(lambda: not device.sessions(), "the end of all sessions")
         return Footprint(device)
 
     def test_thousands_leave_nothing_behind(self):

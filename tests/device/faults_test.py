@@ -15,9 +15,6 @@ CALLS = {"displayControl": "HexRS232zone", "displayControlTelnetClient": "SetCmd
 
 NONSENSE = ["", "{", "]", "null", "17", '"text"', "[[]]", '{"control":', "%n%s%x%99999d", "\\ufffe\\", "\x01\x1b[2J",
             "{\"a\":" * 40 + "1" + "}" * 40, "[" * 100_000, '{"' + "k" * 100_000 + '":1}',
-            '{"control":null,"video":[],"audio":"on","system":{"broadcast":{}},"network":7}',
-            '{"network":{"telnet":{"tcpipTimeout":99999999999999999999}}}',
-            '{"system":{"kvm":{"linkState":{"link0":"x"}}}}',
             '{"control":{"displayControl":{"output1":{"triger":{"rs232":{}}}}}}']
 
 
