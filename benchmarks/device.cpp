@@ -1,6 +1,6 @@
 #include "benchmarks/device.h"
 
-#include "host/base/program_start.h"
+#include "host/base/start_program.h"
 #include "host/loop/unique_fd.h"
 
 #include <array>
@@ -35,10 +35,10 @@ Device::Device(const std::filesystem::path& build, std::filesystem::path root) :
     std::array<int, 2> pipe{};
     if (pipe2(pipe.data(), O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
     host::UniqueFd input(pipe[0]), output(pipe[1]);
-    host::ProgramStart start;
-    start.give(output.get(), STDOUT_FILENO);
-    pid_ = start.run(build / "host/supervisor/supervisor",
-                     {"device", "--root", root_, "--port", "0", "--ports", "0,0,0", "--panel", "0"});
+    pid_ =
+        host::startProgram({.path = build / "host/supervisor/supervisor",
+                            .arguments = {"device", "--root", root_, "--port", "0", "--ports", "0,0,0", "--panel", "0"},
+                            .descriptors = {{output.get(), STDOUT_FILENO}}});
     output.reset();
     port_ = awaitReady(input.release());
     if (port_ == 0) throw std::runtime_error("the device did not start");

@@ -1,6 +1,6 @@
 #include "benchmarks/session.h"
 
-#include "host/base/program_start.h"
+#include "host/base/start_program.h"
 
 #include <arpa/inet.h>
 #include <array>
@@ -11,6 +11,7 @@
 #include <netinet/in.h>
 #include <poll.h>
 #include <span>
+#include <spawn.h>
 #include <stdexcept>
 #include <sys/epoll.h>
 #include <sys/socket.h>
@@ -41,11 +42,12 @@ host::UniqueFd openTerminal() {
 pid_t start(const Program& program, int terminal) {
     std::array<char, 64> name;
     if (ptsname_r(terminal, name.data(), name.size()) != 0) fail("ptsname_r");
-    host::ProgramStart start;
-    start.beginSession();
-    start.open(STDIN_FILENO, name.data(), O_RDWR);
-    for (const int output : {STDOUT_FILENO, STDERR_FILENO}) start.give(STDIN_FILENO, output);
-    const pid_t pid = start.run(program.path, program.arguments, program.environment);
+    const pid_t pid = host::startProgram({.path = program.path,
+                                          .arguments = program.arguments,
+                                          .environment = program.environment,
+                                          .input = name.data(),
+                                          .descriptors = {{STDIN_FILENO, STDOUT_FILENO}, {STDIN_FILENO, STDERR_FILENO}},
+                                          .flags = POSIX_SPAWN_SETSID});
     if (pid < 0) fail(program.path);
     return pid;
 }

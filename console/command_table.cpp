@@ -390,11 +390,15 @@ consteval auto chainRows() {
 constexpr auto nextOfKey = chainRows();
 
 /// True when no leaf has another's first key further inside, where a text that begins with it would be found as well.
+/// Each key is looked for once: the steps of a compiler are counted.
 consteval bool firstKeysStandFirst() {
-    for (const CommandEntry& row : rows) {
-        const std::string_view key = firstKeyOf(row.leaf);
+    std::array<bool, std::size(rows) + 1> isLater{};
+    for (std::size_t row = 0; row < std::size(rows); ++row) {
+        isLater[nextOfKey[row]] = true;
+        const std::string_view key = firstKeyOf(rows[row].leaf);
+        if (isLater[row] || key.empty()) continue;
         for (const CommandEntry& other : rows)
-            if (!key.empty() && std::string_view(other.leaf).find(key, 1) != std::string_view::npos) return false;
+            if (std::string_view(other.leaf).find(key, 1) != std::string_view::npos) return false;
     }
     return true;
 }
