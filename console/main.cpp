@@ -45,7 +45,7 @@ void bufferReplies() {
 SessionContext session;  // outlives main(), which leaves the threads running
 
 /// Room for a command's own texts and for the device's libraries below it. Unasked, some C libraries set 8 MB aside.
-constexpr std::size_t threadStack = 256 * 1024;
+constexpr std::size_t threadStack = std::size_t{256} * 1024;
 
 bool startThread(void* (*body)(void*)) {
     pthread_t thread;
