@@ -46,7 +46,7 @@ int explainWords(const Arguments& arguments) {
 int explainParameters(const Verb& verb, const Arguments& arguments) {
     const std::size_t expected = verb.wordCount() + verb.parameterCount;
     if (arguments.size() < expected) return explain("a word is missing: " + verb.usage());
-    return explain("\"" + std::string(arguments[expected]) + "\" is a word too many: " + verb.usage());
+    return explain(std::string("\"") + arguments[expected] + "\" is a word too many: " + verb.usage());
 }
 
 int reportNoDevice() {

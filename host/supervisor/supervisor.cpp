@@ -149,7 +149,7 @@ void Supervisor::onLauncherReady(const std::string& address) {
     for (int& port : options_.launch.rawPorts) words >> port;
     rememberStart(telnetPort);
     readyLine_ = "ready: telnet " + listen + " " + std::to_string(telnetPort) + " raw";
-    for (const int port : options_.launch.rawPorts) readyLine_ += " " + std::to_string(port);
+    for (const int port : options_.launch.rawPorts) readyLine_.append(" ").append(std::to_string(port));
     announceIfReady();
 }
 
