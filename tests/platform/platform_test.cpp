@@ -11,9 +11,13 @@
 #include "platform/user_config.h"
 #include "platform/user_status.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <chrono>
+#include <csignal>
+#include <cstdint>
+#include <cstdlib>
 #include <cstring>
 #include <deque>
 #include <functional>
@@ -22,6 +26,7 @@
 #include <poll.h>
 #include <string>
 #include <thread>
+#include <vector>
 
 namespace {
 
@@ -65,9 +70,10 @@ class Listener {
 
     /// "EVENT PAYLOAD" of all that was published so far.
     std::deque<std::string> heard() {
-        EXPECT_EQ(eventbus_publish(marker, "end"), 0);
+        const std::string end = std::to_string(reinterpret_cast<std::uintptr_t>(this));
+        EXPECT_EQ(eventbus_publish(marker, end.c_str()), 0);
         bool hasCome = true;
-        while (hasCome && (heard_.empty() || heard_.back() != std::string(marker) + " end")) hasCome = hears(patience);
+        while (hasCome && std::ranges::count(heard_, marker + (" " + end)) == 0) hasCome = hears(patience);
         EXPECT_TRUE(hasCome) << "an event is lost: consoles would not show what others change";
         std::erase_if(heard_, [](const std::string& event) { return event.starts_with(marker); });
         return std::exchange(heard_, {});
@@ -270,6 +276,28 @@ TEST(EventBus, CarriesAnyBytesInOrderToThoseWhoAsked) {
     eventbus_close(nullptr);
 }
 
+/// Where the one who runs this knows the process of the bus.
+TEST(EventBus, FailsInBoundedTimeWhileItStandsStill) {
+    const char* process = std::getenv("PLATFORM_TEST_BUS");
+    if (process == nullptr) GTEST_SKIP() << "PLATFORM_TEST_BUS is not set";
+    const auto publish = [](const char* event, const std::string& text) {
+        return eventbus_publish(event, text.c_str());
+    };
+    kill(std::atoi(process), SIGSTOP);
+    const auto start = std::chrono::steady_clock::now();
+    const std::string large(400'000, 'x');
+    int events = 1000;
+    while (publish("platformTestOther", large) == 0 && --events > 0) continue;
+    EXPECT_EQ(errno, ETIMEDOUT) << "a console would hang that tells of a change";
+    std::thread([&] { EXPECT_NE(failing([&] { return publish("platformTestEvent", "refused"); }), 0); }).join();
+    EXPECT_NE(failing([] { return lpc_proxy_call("platformTest", "echo", "x"); }), 0);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
+    kill(std::atoi(process), SIGCONT);
+    Listener listener({"platformTestEvent"});
+    EXPECT_EQ(publish("platformTestEvent", "again"), 0);
+    EXPECT_EQ(listener.heard(), Heard{"platformTestEvent again"}) << "what was reported as failed would come late";
+}
+
 // The LPC bus
 
 /// Serves "echo" at once, "busy" after a while, "keep" never, and "release", which answers what was kept, on a thread.
@@ -313,11 +341,10 @@ class Service {
     }
 
     static void serveOnce(const std::deque<lpc_service*>& services) {
-        for (lpc_service* service : services) {
-            pollfd input{lpc_service_fileno(service), POLLIN, 0};
-            if (poll(&input, 1, 2) != 1) continue;
-            EXPECT_EQ(lpc_service_on_connect(service), 0);
-        }
+        std::vector<pollfd> inputs;
+        for (lpc_service* service : services) inputs.push_back({lpc_service_fileno(service), POLLIN, 0});
+        if (poll(inputs.data(), inputs.size(), 10) < 1) return;
+        for (lpc_service* service : services) EXPECT_EQ(lpc_service_on_connect(service), 0);
     }
 
     std::deque<lpc_request*> kept_;
@@ -372,21 +399,41 @@ TEST(Lpc, FailInBoundedTime) {
     lpc_completion_destroy(nullptr);
 }
 
+TEST(Threads, DoNotDisturbEachOther) {
+    offerService();
+    const auto work = [](const char* event) {
+        Listener listener({event});
+        Heard expected;
+        for (int i = 0; i < 300; ++i) {
+            const std::string text = event + std::to_string(i);
+            ASSERT_EQ(eventbus_publish(event, text.c_str()), 0);
+            ASSERT_EQ(ask("echo", text.c_str()), text) << "a console would take the reply to another call";
+            expected.push_back(event + (" " + text));
+        }
+        EXPECT_EQ(listener.heard(), expected);
+    };
+    std::thread first(work, "platformTestFirst"), second(work, "platformTestSecond");
+    first.join();
+    second.join();
+}
+
 // JSON values
 
 TEST(JsonToken, ReadsByPathAndFallsBack) {
     const Owned<json_token> root(
-        json_token_parse(R"({"a":{"list":[1,"two",true],"n":null},"i":-3,"big":4294967297} x)"));
+        json_token_parse(R"({"a":{"list":[1,"two",true],"n":null},"i":-3,"most":2147483647,)"
+                         R"("big":2147483648,"small":-2147483649,"huge":99999999999999999999} x)"));
     ASSERT_NE(root, nullptr) << "text may follow";
     json_token* list = json_token_object_walk_get_array(root.get(), "a.list");
     EXPECT_EQ(json_token_array_length(list), 3);
     EXPECT_EQ(json_token_array_length(root.get()), 0);
     EXPECT_EQ(json_token_object_walk_get_int(root.get(), "a.list[0]", 9), 1);
+    EXPECT_EQ(json_token_object_walk_get_int(root.get(), "most", 9), 2147483647);
     EXPECT_STREQ(json_token_object_walk_get_string(root.get(), "a.list[1]", "no"), "two");
     EXPECT_EQ(json_token_object_walk_get_boolean(root.get(), "a.list[2]", 9), 1);
     EXPECT_EQ(json_token_object_walk_get_array(root.get(), "a"), nullptr);
     EXPECT_EQ(json_token_object_walk_get_object(root.get(), "a.list"), nullptr);
-    for (const char* path : {"a.list[3]", "a.list[1]", "a.n", "a", "none", "i.j", "big"}) {
+    for (const char* path : {"a.list[3]", "a.list[1]", "a.n", "a", "none", "i.j", "big", "small", "huge"}) {
         EXPECT_EQ(json_token_object_walk_get_int(root.get(), path, 9), 9) << path;
     }
     for (const char* path : {"i", "a.n", "a.list", "a.list[0]", ""}) {

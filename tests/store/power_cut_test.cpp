@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <fstream>
 #include <map>
+#include <optional>
 #include <random>
 #include <unistd.h>
 
@@ -25,7 +26,7 @@ using Fate = bool (*)(std::mt19937&);
 constexpr Fate fates[] = {[](std::mt19937&) { return true; }, [](std::mt19937&) { return false; },
                           [](std::mt19937& random) { return random() % 2 == 0; }};
 
-/// A disk that writes whole sectors, in any order, before it is told to sync.
+/// A disk that writes what it was given, in any order, before it is told to sync.
 class Disk {
   public:
     explicit Disk(const StoreKind& kind) {
@@ -47,8 +48,7 @@ class Disk {
     void cutPower(const StoreKind& original, const StoreKind& kind, Fate fate, std::mt19937& random) const {
         Files files = files_;
         for (const FileWrite& write : waiting_)
-            for (const FileWrite& sector : sectorsOf(write))
-                if (fate(random)) apply(files, sector);
+            if (fate(random)) apply(files, write);
         for (const char* ending : {"-shm", "-wal"}) unlink((kind.databasePath() + ending).c_str());
         for (const char* ending : endings)
             std::ofstream(kind.databasePath() + ending) << files[original.databasePath() + ending];
@@ -65,19 +65,6 @@ class Disk {
         file.replace(begin, write.bytes.size(), write.bytes);
     }
 
-    static std::vector<FileWrite> sectorsOf(const FileWrite& write) {
-        constexpr std::size_t sector = 512;
-        if (write.kind == FileWrite::Kind::length) return {write};
-        std::vector<FileWrite> sectors;
-        for (std::size_t done = 0; done < write.bytes.size();) {
-            const std::size_t begin = static_cast<std::size_t>(write.offset) + done;
-            const std::string bytes = write.bytes.substr(done, sector - begin % sector);
-            sectors.push_back({write.kind, write.path, static_cast<off_t>(begin), bytes});
-            done += bytes.size();
-        }
-        return sectors;
-    }
-
     Files files_;
     std::vector<FileWrite> waiting_;
 };
@@ -87,29 +74,19 @@ bool isRoomAlone(const FileWrite& write) {
     return write.kind == FileWrite::Kind::data && write.bytes.find_first_not_of('\0') == std::string::npos;
 }
 
-struct History {
-    std::vector<FileWrite> writes;
-    std::vector<std::size_t> confirmations;  ///< of each document: how many writes there were
-};
-
-/// Stores one document after the other.
-History storeAll(const StoreKind& kind) {
-    const WriteRecording recording;
-    Store store(kind);
-    History history;
-    for (int number = 0; number < updates; ++number) {
-        EXPECT_TRUE(store.update(treeOf(0, number).c_str()));
-        history.confirmations.push_back(recording.writes().size());
-        EXPECT_TRUE(number % updatesPerCheckpoint != 0 || store.checkpoint());
-    }
-    history.writes = recording.writes();
-    return history;
-}
-
 TEST(PowerCut, AtAnyMomentLeavesWhatWasConfirmed) {
     const StoreKind kind = newStore(treeOf(0, -1).c_str(), Durability::powerCut), found = newKind(Durability::powerCut);
     Disk disk(kind);
-    const auto [writes, confirmations] = storeAll(kind);
+    std::vector<std::size_t> confirmations;  // of each document: how many writes there were
+    std::optional<WriteRecording> recording(std::in_place);
+    Store store(kind);
+    for (int number = 0; number < updates; ++number) {
+        ASSERT_TRUE(store.update(treeOf(0, number).c_str()));
+        confirmations.push_back(recording->writes().size());
+        ASSERT_TRUE(number % updatesPerCheckpoint != 0 || store.checkpoint());
+    }
+    const std::vector<FileWrite> writes = recording->writes();
+    recording.reset();
     ASSERT_GT(writes.size(), 3U * updates);
     ASSERT_TRUE(std::any_of(writes.begin(), writes.end(), isRoomAlone));
 

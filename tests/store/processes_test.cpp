@@ -53,29 +53,6 @@ TEST(Durability, CostsOneSyncASet) {
     EXPECT_EQ(0, syncs);
 }
 
-TEST(Writers, LoseNoUpdateOfEachOther) {
-    constexpr int writers = 8, rounds = 40;
-    const StoreKind kind = newStore(R"({"common":-1})", Durability::powerCut);
-    std::array<pid_t, writers> children;
-    for (int i = 0; i < writers; ++i) {
-        children[static_cast<std::size_t>(i)] = startChild([&kind, i] {
-            Store store(kind);
-            for (int round = 0; round < rounds; ++round) {
-                const std::string number = std::to_string(round);
-                const std::string own =
-                    R"({"own":{"w)" + std::to_string(i) + R"(":)" + number + R"(},"common":)" + number + "}";
-                EXPECT_TRUE(store.update(own.c_str()));
-            }
-        });
-    }
-    for (const pid_t child : children) EXPECT_EQ(0, statusOf(child));
-    Store store(kind);
-    for (int i = 0; i < writers; ++i) {
-        EXPECT_EQ(rounds - 1, readInt(store, (R"({"own":{"w)" + std::to_string(i) + R"(":0}})").c_str()));
-    }
-    EXPECT_EQ(rounds - 1, readInt(store, R"({"common":0})"));
-}
-
 /// Whether the kernel tells the heir of a lock that its holder died, which emulators of one program do not.
 bool hasRobustMutexes() {
     void* head = nullptr;
