@@ -4,6 +4,7 @@
 #include "console/line_reader.h"
 #include "fuzz/device.h"
 #include "fuzz/require.h"
+#include "tests/dialogue.h"
 
 #include <cstdint>
 #include <cstring>
@@ -69,15 +70,13 @@ bool isPlain(const std::string& line) {
     return true;
 }
 
-/// The kind of a value by the first byte of its JSON text.
-char kindOf(char first) { return first == '-' || (first >= '0' && first <= '9') ? '0' : first == 't' ? 'f' : first; }
-
 void checkUpdates(const fuzz::Leaves& stored) {
     for (const std::string& update : fake_platform::updates()) {
         for (const auto& [path, value] : fuzz::leavesOf(update)) {
             const auto old = stored.find(path);
             fuzz::require(old != stored.end(), "no line makes a leaf", update);
-            fuzz::require(kindOf(value[0]) == kindOf(old->second[0]), "no line changes the kind of a leaf", update);
+            fuzz::require(fake_platform::kindOf(value) == fake_platform::kindOf(old->second),
+                          "no line changes the kind of a leaf", update);
         }
     }
 }

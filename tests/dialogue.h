@@ -7,6 +7,8 @@
 #include "tests/capture.h"
 #include "tests/fake_platform/fake_platform.h"
 
+#include <cctype>
+
 namespace fake_platform {
 
 inline std::string typed(const std::string& line) {
@@ -24,6 +26,12 @@ inline std::string heard(const std::string& document) {
     std::string text = capture([&] { walkChangedJson(changes, branchOf(document).c_str(), turns); });
     json_token_ref_put(changes);
     return text;
+}
+
+/// The kind of a value by the first byte of its JSON text.
+inline char kindOf(const std::string& value) {
+    if (value.empty()) return ' ';
+    return value[0] == '-' || std::isdigit(value[0]) ? '0' : value[0] == 't' ? 'f' : value[0];
 }
 
 inline void setBroadcast(bool on) {

@@ -22,12 +22,6 @@ Lines documentsFor(const std::string& leaf) {
     return documents;
 }
 
-/// The kind of a value by the first byte of its JSON text.
-char kindOf(const std::string& value) {
-    if (value.empty()) return ' ';
-    return value[0] == '-' || std::isdigit(value[0]) ? '0' : value[0] == 't' ? 'f' : value[0];
-}
-
 TEST(CommandTableTest, EveryLeafHasADefaultOfItsKind) {
     makeNew();
     for (const CommandEntry& row : commandTable()) {

@@ -2,7 +2,6 @@
 
 #include "host/base/json.h"
 #include "host/store/document.h"
-#include "host/store/json_pointer.h"
 #include "host/store/typed_leaf.h"
 #include "platform/event_bus.h"
 #include "platform/factory_data.h"
@@ -22,6 +21,7 @@
 #include <cstring>
 #include <deque>
 #include <json-c/json.h>
+#include <json-c/json_pointer.h>
 #include <list>
 #include <map>
 #include <memory>
@@ -57,8 +57,8 @@ struct Event {
 /// One of the two stores.
 struct Store {
     const char* updateFunction;
-    const char* eventSuffix;
-    std::map<std::string, std::string> leaves{};  ///< JSON texts by their paths
+    std::string eventSuffix;
+    Json tree{json_object_new_object()};
 };
 
 /// A readable descriptor as long as something waits.
@@ -82,7 +82,6 @@ class Signal {
 }  // namespace
 
 struct eventbus {
-    std::thread::id owner = std::this_thread::get_id();
     Signal signal;
     std::multimap<std::string, std::pair<eventbus_callback, void*>> subscriptions;
     std::deque<Event> waiting;
@@ -91,14 +90,12 @@ struct eventbus {
 
 struct lpc_request {
     std::string text;
-    std::string reply{};
+    std::optional<std::string> reply{};
     bool completed = false;
 };
 
-/// Of a request to a service of this process, or else of one that the device itself answers, with or without a text.
 struct lpc_completion {
     const lpc_request* request;
-    std::optional<std::string> text;
 };
 
 struct lpc_service {
@@ -126,7 +123,7 @@ struct Device {
     std::list<eventbus> buses;
     std::list<lpc_service> services;
     std::list<lpc_service> forgottenServices;
-    std::list<lpc_request> requests;  // kept, since a service may answer at any time
+    std::list<lpc_request> requests;  // until they are completed, since a service may answer at any time
 };
 
 Device& device() {
@@ -148,43 +145,29 @@ bool fails(const char* function) {
     const auto failure = device().failures.find(function);
     if (failure == device().failures.end()) return false;
     auto& [successesLeft, timesLeft, error] = failure->second;
-    if (successesLeft > 0) {
-        --successesLeft;
-        return false;
-    }
+    if (successesLeft-- > 0) return false;
     errno = error;
     if (timesLeft > 0 && --timesLeft == 0) device().failures.erase(failure);
     return true;
 }
 
-/// The leaf at `path` or all that stands below it; null where nothing does.
+/// What stands at `path`; null where nothing does.
 Json valueAt(const Store& store, const std::string& path) {
-    const auto leaf = store.leaves.find(path);
-    if (leaf != store.leaves.end()) return parseFirstJson(leaf->second.c_str());
-    host::Leaves below;
-    for (auto each = store.leaves.lower_bound(path + "/"); each != store.leaves.end(); ++each) {
-        if (!each->first.starts_with(path + "/")) break;
-        below.push_back({each->first, each->second});
-    }
-    return below.empty() ? nullptr : host::treeBelow(path, below);
+    json_object* value = nullptr;
+    json_pointer_get(store.tree.get(), path.c_str(), &value);
+    return Json(json_object_get(value));
 }
 
-/// A leaf takes the place of an object, and an object that of a leaf.
-void clearPlace(Store& store, const std::string& path) {
-    for (const std::string& above : host::pathsAbove(path)) store.leaves.erase(above);
-    const host::PathRange below = host::pathsBelow(path);
-    store.leaves.erase(store.leaves.lower_bound(below.first), store.leaves.lower_bound(below.end));
-}
-
-/// Puts the leaves of `document` into the store; true when one of them held another value before.
-bool merge(Store& store, json_object* document) {
+/// Puts the leaves of `document` into `tree`; true when one of them held another value before.
+bool merge(json_object* tree, json_object* document) {
     bool anyChanged = false;
-    for (const auto& [path, value] : host::leavesOf(document)) {
-        const auto held = store.leaves.find(path);
-        if (held != store.leaves.end() && held->second == value) continue;
-        clearPlace(store, path);
-        store.leaves[path] = value;
-        anyChanged = true;
+    json_object_object_foreach(document, key, value) {
+        json_object* held = json_object_object_get(tree, key);
+        const bool isBranch = json_object_is_type(value, json_type_object) != 0;
+        if (isBranch ? json_object_object_length(value) == 0 : json_object_equal(held, value) != 0) continue;
+        if (!isBranch || json_object_is_type(held, json_type_object) == 0)
+            json_object_object_add(tree, key, isBranch ? json_object_new_object() : json_object_get(value));
+        anyChanged |= !isBranch || merge(json_object_object_get(tree, key), value);
     }
     return anyChanged;
 }
@@ -208,10 +191,9 @@ int update(Store& store, const char* text) {
     }
     device().updates.push_back(text);
     json_object_object_foreach(document.get(), topKey, branch) {
-        std::string path;
-        host::appendKey(path, topKey);
-        const Json part = host::wrapped(path, Json(json_object_get(branch)));
-        if (merge(store, part.get())) send(std::string(topKey) + store.eventSuffix, host::compactText(part.get()));
+        const Json part(json_object_new_object());
+        json_object_object_add(part.get(), topKey, json_object_get(branch));
+        if (merge(store.tree.get(), part.get())) send(topKey + store.eventSuffix, host::compactText(part.get()));
     }
     return 0;
 }
@@ -236,7 +218,9 @@ int ask(const Store& store, const char* function, const char* text, bool (*read)
 json_token* queryToken(const char* function, const Store& store, const char* text) {
     Json found;
     query(function, store, text, [&](json_object* value) {
-        found = host::wrapped(*host::queriedPath(text), Json(json_object_get(value)));
+        json_object* copy = nullptr;
+        json_object_deep_copy(value, &copy, nullptr);
+        found = host::wrapped(*host::queriedPath(text), Json(copy));
         return true;
     });
     return found.release();
@@ -249,7 +233,7 @@ void setStore(Store& store, const std::string& text) {
         std::fprintf(stderr, "fake platform: no document: %s\n", text.c_str());
         std::abort();
     }
-    merge(store, document.get());
+    merge(store.tree.get(), document.get());
 }
 
 std::string stored(const Store& store, const std::string& query) {
@@ -276,36 +260,33 @@ lpc_service* findService(const std::string& name, const std::string& method) {
     return asked != device().services.end() ? &*asked : nullptr;
 }
 
-lpc_request& askService(lpc_service& service, const char* text) {
-    lpc_request& request = device().requests.emplace_back(lpc_request{text});
-    service.waiting.push_back(&request);
-    service.signal.raise();
-    return request;
-}
-
-bool isDaemon(const std::string& service) {
-    constexpr std::string_view daemons[] = {"displayControl", "displayControlTelnetClient", "intermcud", "networkd",
-                                            "systemd",        "bruteForceAttacksd",         "kxcmdd"};
-    return std::find(std::begin(daemons), std::end(daemons), service) != std::end(daemons);
-}
+constexpr std::string_view daemons[] = {"displayControl", "displayControlTelnetClient", "intermcud", "networkd",
+                                        "systemd",        "bruteForceAttacksd",         "kxcmdd"};
 
 /// Notes a call and begins it. Null, with errno set, when it is to fail or nobody offers the service.
 lpc_completion* call(const char* function, const char* service, const char* method, const char* text) {
     if (fails(function)) return nullptr;
     device().calls.push_back(std::string(service) + " " + method + " " + text);
-    if (lpc_service* offered = findService(service, method)) return new lpc_completion{&askService(*offered, text), {}};
+    lpc_service* offered = findService(service, method);
     const auto reply = device().replies.find({service, method});
-    if (reply != device().replies.end()) return new lpc_completion{nullptr, reply->second};
-    if (isDaemon(service)) return new lpc_completion{nullptr, {}};
-    errno = ENXIO;
-    return nullptr;
+    const bool isAnswered = reply != device().replies.end();
+    if (offered == nullptr && !isAnswered && std::ranges::count(daemons, service) == 0) {
+        errno = ENXIO;
+        return nullptr;
+    }
+    lpc_request& request = device().requests.emplace_back(lpc_request{text});
+    request.completed = offered == nullptr;
+    if (isAnswered) request.reply = reply->second;
+    if (offered != nullptr) {
+        offered->waiting.push_back(&request);
+        offered->signal.raise();
+    }
+    return new lpc_completion{&request};
 }
 
 /// Until the request is completed. False with errno set when it is not within the limit.
 bool await(Lock& locked, const lpc_completion& completion, std::chrono::milliseconds limit) {
-    const lpc_request* request = completion.request;
-    const auto isDone = [request] { return request == nullptr || request->completed; };
-    if (device().changed.wait_for(locked, limit, isDone)) return true;
+    if (device().changed.wait_for(locked, limit, [&] { return completion.request->completed; })) return true;
     errno = ETIMEDOUT;
     return false;
 }
@@ -330,14 +311,6 @@ bool takeEvent(eventbus& bus, Event& event) {
     return true;
 }
 
-eventbus* ownBusWithEvents() {
-    const Lock locked = lock();
-    for (eventbus& bus : device().buses) {
-        if (bus.owner == std::this_thread::get_id() && !bus.serving && !bus.waiting.empty()) return &bus;
-    }
-    return nullptr;
-}
-
 }  // namespace
 
 namespace fake_platform {
@@ -345,14 +318,14 @@ namespace fake_platform {
 void reset() {
     const Lock locked = lock();
     Device& all = device();
-    all.settings.leaves.clear();
-    all.status.leaves.clear();
+    for (Store* store : {&all.settings, &all.status}) store->tree.reset(json_object_new_object());
     all.factoryData.clear();
     all.replies.clear();
     all.failures.clear();
     for (Lines* lines : {&all.published, &all.calls, &all.shellLines, &all.logLines, &all.waits, &all.updates})
         lines->clear();
     for (eventbus& bus : all.buses) bus.waiting.clear();
+    all.requests.remove_if([](const lpc_request& request) { return request.completed; });
     all.forgottenServices.splice(all.forgottenServices.end(), all.services);
     setLogLevel(0);
 }
@@ -376,14 +349,9 @@ void setLogLevel(int level) {
     if (logLevels[LOG_CATEGORY_CONSOLE] != level) logLevels[LOG_CATEGORY_CONSOLE] = level;
 }
 
-void fail(const std::string& function, int times, int error) {
+void fail(const std::string& function, int times, int error, int successes) {
     const Lock locked = lock();
-    device().failures[function] = {0, times, error};
-}
-
-void failAfter(const std::string& function, int successes, int error) {
-    const Lock locked = lock();
-    device().failures[function] = {successes, 1, error};
+    device().failures[function] = {successes, times, error};
 }
 
 Lines published() { return copyOfLines(device().published); }
@@ -394,16 +362,8 @@ Lines waits() { return copyOfLines(device().waits); }
 Lines updates() { return copyOfLines(device().updates); }
 
 bool deliver(const std::string& event, const std::string& payload) {
-    {
-        const Lock locked = lock();
-        send(event, payload);
-    }
-    return settle();
-}
-
-bool settle() {
-    while (eventbus* own = ownBusWithEvents()) eventbus_on_data_available(own);
     Lock locked = lock();
+    send(event, payload);
     return device().changed.wait_for(locked, patience, allServed);
 }
 
@@ -545,9 +505,7 @@ int lpc_completion_wait(lpc_completion* completion, int limit) {
 
 const char* lpc_completion_data(lpc_completion* completion) {
     const Lock locked = lock();
-    if (completion->request != nullptr)
-        return completion->request->completed ? completion->request->reply.c_str() : nullptr;
-    return completion->text ? completion->text->c_str() : nullptr;
+    return completion->request->reply ? completion->request->reply->c_str() : nullptr;
 }
 
 void lpc_completion_destroy(lpc_completion* completion) { delete completion; }

@@ -35,11 +35,9 @@ void setLogLevel(int level);
 
 inline constexpr int always = -1;
 
-/// Makes the next `times` calls of a platform function fail with errno `error`: fail("user_config_update").
-void fail(const std::string& function, int times = always, int error = EIO);
-
-/// Makes only the call after `successes` good ones fail, once.
-void failAfter(const std::string& function, int successes, int error = EIO);
+/// Makes the next `times` calls of a platform function fail with errno `error`: fail("user_config_update"). Before them
+/// come `successes` good ones.
+void fail(const std::string& function, int times = always, int error = EIO, int successes = 0);
 
 /// Everything noted since reset(), oldest first:
 Lines published();   ///< "EVENT PAYLOAD" for each eventbus_publish()
@@ -49,12 +47,9 @@ Lines logLines();    ///< "LEVEL TEXT"
 Lines waits();       ///< microseconds of each usleep() of a tenth of a second or more, which nobody waits for
 Lines updates();     ///< each document that a store took
 
-/// Sends an event to all that subscribed to it and returns when their callbacks have run: on the thread that serves the
-/// bus, or here when this thread opened it. False when that thread did not serve it within ten seconds.
+/// Sends an event to all that subscribed to it and returns when their callbacks have run on the threads that serve the
+/// buses. False when they did not within ten seconds.
 bool deliver(const std::string& event, const std::string& payload);
-
-/// Waits until all events under way have been served, as deliver() does.
-bool settle();
 
 /// Waits until somebody subscribed to the event. False after ten seconds.
 bool awaitSubscription(const std::string& event);

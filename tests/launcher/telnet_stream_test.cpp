@@ -1,6 +1,7 @@
 #include "host/launcher/telnet_stream.h"
 
 #include <gtest/gtest.h>
+#include <random>
 
 namespace {
 
@@ -56,6 +57,22 @@ TEST(TelnetStream, TakesCommandsOutOfTheInputAndAnswersOnTheTelnetPortOnly) {
          }) {
         expectAtEverySplit(negotiating, conversation, offers + conversation.replies);
         expectAtEverySplit(raw, conversation, "");
+    }
+}
+
+TEST(TelnetStream, TypesNoByteOfTheProtocolWhateverThePieces) {
+    const std::string bytes = "ab\r\n\0\1\3\x18\xf0\xf1\xf6\xfa\xfb\xfc\xfd\xfe\xff\xff\xff"s;
+    std::mt19937 random(1);  // NOLINT(cert-msc32-c,cert-msc51-cpp): the same texts in every run
+    for (int i = 0; i < 20'000; ++i) {
+        std::string input(1 + random() % 40, ' ');
+        for (char& byte : input) byte = bytes[random() % bytes.size()];
+        for (const auto kind : {negotiating, raw}) {
+            TelnetStream whole(kind), pieces(kind);
+            const std::string typed = whole.decode(input);
+            ASSERT_EQ(typed.find('\xff'), typed.npos) << testing::PrintToString(input);
+            ASSERT_EQ(decodeInTwo(pieces, input, random() % input.size()), typed) << testing::PrintToString(input);
+            ASSERT_EQ(pieces.takeReplies(), whole.takeReplies()) << testing::PrintToString(input);
+        }
     }
 }
 

@@ -130,7 +130,7 @@ TEST_F(Triggers, AFailedCallFreesTheTransportAndEndsThePieces) {
     setConfig(commands(R"({"commandWait":true})"));
     store("on", "41 2c 42 2c 43", "CR");
     setLogLevel(8);
-    failAfter("lpc_proxy_call", 1, ENOENT);
+    fail("lpc_proxy_call", 1, ENOENT, 1);
     fail("user_status_update");
     EXPECT_EQ(captureErrors([] { sendTrigger(telnet, powerOn); }), "lpc_proxy_call: No such file or directory\n");
     EXPECT_EQ(calls().size(), 1U);
