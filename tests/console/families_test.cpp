@@ -3,7 +3,9 @@
 #include "tests/dialogue.h"
 
 #include <algorithm>
+#include <cctype>
 #include <gtest/gtest.h>
+#include <set>
 
 using namespace fake_platform;
 
@@ -21,7 +23,11 @@ Accepted numbers(const Lines& rows, int first, int last) {
 
 Accepted words(const Lines& rows, const Lines& values) {
     Accepted accepted{rows, values, {"", "x"}};
-    for (const std::string& value : values) accepted.others.push_back(value + "x");
+    for (const std::string& value : values) {
+        const char capital = static_cast<char>(std::toupper(value[0]));
+        for (const std::string& other : {value + "x", value.substr(0, value.size() - 1), capital + value.substr(1)})
+            accepted.others.push_back(other);
+    }
     return accepted;
 }
 
@@ -67,6 +73,9 @@ Accepted acceptedBy(const CommandEntry& row) {
     return words({row.name}, {"on", "off"});
 }
 
+/// They store what is off.
+const std::set<std::string> invertedRows = {"HDMIAUD", "LRAUD", "ScalerPtMode"};
+
 /// The event that tells of a change again.
 std::string announced(const std::string& document) { return branchOf(document) + "UserConfigChanged " + document; }
 
@@ -84,6 +93,9 @@ void expectWholeRoad(const CommandEntry& row, const std::string& value) {
     EXPECT_EQ(typed(line), confirmation(row.name, value));
     ASSERT_FALSE(updates().empty());
     const std::string document = updates().back();
+    if (row.family.kind == LeafKind::truthValue) {
+        EXPECT_EQ(document.find("true") != document.npos, (value == "on") != invertedRows.contains(row.name));
+    }
     const bool hasStatus = std::string(row.name) != "USBHostRoute";
     EXPECT_EQ(typed(std::string(row.name) + " sta"), hasStatus ? line + "\r\n" : refused("USBHostRoute sta"));
     setBroadcast(true);
