@@ -6,11 +6,12 @@
     fake A: fail x; ..  a console on the device in memory, steered by these words (tests/fake_platform/script.cpp)
     A> text => reply      typed on A and ended by CR, and what A answers; no reply is silence
     A> text =>> reply     ... and what every open console shows
+    A> text =:: "bytes"   ... what A answers, as it stands
     A= text               answered with the line itself
     A! text               refused: "Command FAILED: (text)"; of these four, " | " parts several on one line
-    A>> "bytes\\r\\n"       sent as it stands, its echo to be written out
-    $ config get {...}    devicectl with these words, the last one taking the rest of the line; %{port 9000} in it is
-                          where that port is to be found
+    A>> "bytes" =:: "b"   sent as it stands, its echo to be written out
+    $ config get {..} => x  devicectl with these words, the last one taking the rest of the line, and the line that it
+                          prints; %{port 9000} is where that port is to be found
 
 What has to follow, nothing more and nothing less, before the next of the above:
 
@@ -252,22 +253,20 @@ class Step:
 
     def type(self, stage, console):
         """Types the operand; what is expected on each console, echo and short reply included."""
-        if self.verb.endswith(">>"):
-            console.sendall(text(self.operand))
-            return self.expected
-        line, sign, reply = re.fullmatch(r"(.*?)(?: +(=>>?) (.*))?", self.operand).groups()
+        line, sign, reply = re.fullmatch(r"(.*?)(?: +(=>>?|=::) (.*))?", self.operand).groups()
         if self.verb[1] != ">":
             sign, reply = "=>", line if self.verb[1] == "=" else f"Command FAILED: ({line})"
-        console.sendall(text(line) + b"\r")
+        end, echo = (b"", b"") if self.verb.endswith(">>") else (b"\r", text(line) + b"\r\r\n")
+        console.sendall(text(line) + end)
+        answer = text(reply) + (b"" if sign == "=::" else b"\r\n") if sign else b""
         expected = {}
         for name, each in stage.consoles.items():
-            expected[name] = text(line) + b"\r\r\n" if each is console else b""
-            expected[name] += text(reply) + b"\r\n" if sign == "=>>" or (sign and each is console) else b""
+            expected[name] = echo + answer if each is console else answer if sign == "=>>" else b""
             expected[name] += self.expected.get(name, b"")
         return expected
 
     def has_typed_line(self):
-        return self.verb[1:] in (">", "=", "!") or self.verb[1:] == ">>" and text(self.operand)[-1:] in b"\r\n\0"
+        return self.verb[1:] in (">", "=", "!") or self.verb[1:] == ">>" and text(self.operand.split(" =:: ")[0])[-1:] in b"\r\n\0"
 
     def check(self, stage, expected):
         """What was promised comes first; then the fences show that nothing else is on its way."""
@@ -310,8 +309,11 @@ def read_session(path):
             scenes.append((line[3:], []))
         elif match := ACTION.fullmatch(line):
             verb, operand = match.groups()
+            operand, _, printed = operand.partition(" => ") if verb == "$" else (operand, "", "")
             parts = operand.split(" | ") if verb[1:] in (">", "=", "!") else [operand]
             steps += [Step(number, verb, part) for part in parts]
+            if printed:
+                steps[-1].expect("|", printed)
         elif match := EXPECTATION.fullmatch(line):
             steps[-1].expect(match[1], match[2] or "")
         else:
