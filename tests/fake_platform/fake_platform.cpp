@@ -49,10 +49,7 @@ struct Failure {
     int error;
 };
 
-struct Event {
-    std::string name;
-    std::string payload;
-};
+using Event = std::pair<std::string, std::string>;  ///< its name and its payload
 
 /// One of the two stores.
 struct Store {
@@ -61,28 +58,18 @@ struct Store {
     Json tree{json_object_new_object()};
 };
 
-/// A readable descriptor as long as something waits.
-class Signal {
-  public:
-    Signal() : fd_(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)) {}
-    Signal(const Signal&) = delete;
-    Signal& operator=(const Signal&) = delete;
-    ~Signal() { close(fd_); }
-    void raise() const { eventfd_write(fd_, 1); }
-    void clear() const {
-        eventfd_t count;
-        eventfd_read(fd_, &count);
-    }
-    int descriptor() const { return fd_; }
+/// A descriptor that is readable as long as something waits.
+int makeSignal() { return eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC); }
 
-  private:
-    int fd_;
-};
+void clear(int signal) {
+    eventfd_t count;
+    eventfd_read(signal, &count);
+}
 
 }  // namespace
 
 struct eventbus {
-    Signal signal;
+    int signal = makeSignal();
     std::multimap<std::string, std::pair<eventbus_callback, void*>> subscriptions;
     std::deque<Event> waiting;
     bool serving = false;
@@ -104,8 +91,8 @@ struct lpc_service {
     std::string method;
     lpc_handler handler;
     void* userData;
-    Signal signal;
-    std::deque<lpc_request*> waiting;
+    int signal = makeSignal();
+    std::deque<lpc_request*> waiting{};
 };
 
 namespace {
@@ -177,7 +164,7 @@ void send(const std::string& name, const std::string& payload) {
     for (eventbus& bus : device().buses) {
         if (bus.subscriptions.count(name) == 0) continue;
         bus.waiting.push_back({name, payload});
-        bus.signal.raise();
+        eventfd_write(bus.signal, 1);
     }
 }
 
@@ -279,7 +266,7 @@ lpc_completion* call(const char* function, const char* service, const char* meth
     if (isAnswered) request.reply = reply->second;
     if (offered != nullptr) {
         offered->waiting.push_back(&request);
-        offered->signal.raise();
+        eventfd_write(offered->signal, 1);
     }
     return new lpc_completion{&request};
 }
@@ -453,20 +440,20 @@ int eventbus_subscribe(eventbus* bus, const char* event, eventbus_callback callb
     return 0;
 }
 
-int eventbus_fileno(eventbus* bus) { return bus->signal.descriptor(); }
+int eventbus_fileno(eventbus* bus) { return bus->signal; }
 
 int eventbus_on_data_available(eventbus* bus) {
     {
         const Lock locked = lock();
         if (fails(__func__)) return -1;
-        bus->signal.clear();
+        clear(bus->signal);
     }
     Event event;
     while (takeEvent(*bus, event)) {
-        const auto [first, last] = bus->subscriptions.equal_range(event.name);
+        const auto [first, last] = bus->subscriptions.equal_range(event.first);
         for (auto subscription = first; subscription != last; ++subscription) {
             const auto [callback, userData] = subscription->second;
-            callback(userData, event.payload.c_str());
+            callback(userData, event.second.c_str());
         }
     }
     return 0;
@@ -474,6 +461,7 @@ int eventbus_on_data_available(eventbus* bus) {
 
 void eventbus_close(eventbus* bus) {
     const Lock locked = lock();
+    if (bus != nullptr) close(bus->signal);
     device().buses.remove_if([bus](const eventbus& each) { return &each == bus; });
     device().changed.notify_all();
 }
@@ -520,18 +508,13 @@ lpc_service* lpc_service_create(const char* service, int /*flags*/, const char* 
         errno = EEXIST;
         return nullptr;
     }
-    lpc_service& created = device().services.emplace_back();
-    created.name = service;
-    created.method = method;
-    created.handler = handler;
-    created.userData = userData;
-    device().changed.notify_all();
-    return &created;
+    return &device().services.emplace_back(
+        lpc_service{.name = service, .method = method, .handler = handler, .userData = userData});
 }
 
 int lpc_service_fileno(lpc_service* service) {
     const Lock locked = lock();
-    return fails(__func__) ? -1 : service->signal.descriptor();
+    return fails(__func__) ? -1 : service->signal;
 }
 
 int lpc_service_on_connect(lpc_service* service) {
@@ -539,7 +522,7 @@ int lpc_service_on_connect(lpc_service* service) {
     {
         const Lock locked = lock();
         if (fails(__func__)) return -1;
-        service->signal.clear();
+        clear(service->signal);
         requests.swap(service->waiting);
     }
     for (lpc_request* request : requests) service->handler(request, service->userData);

@@ -53,7 +53,7 @@ Played play(const std::string& line, bool broadcast) {
     const fake_platform::Captured errors(stderr);
     const fake_platform::Captured output(stdout);
     type(line);
-    fake_platform::settle();
+    fake_platform::deliver("end", "");  // when nobody hears of it, all before it has been shown
     const std::string endOfEcho = "\r\n";
     return {output.text().substr(endOfEcho.size()), fake_platform::calls(), fake_platform::shellLines()};
 }
