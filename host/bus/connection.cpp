@@ -58,6 +58,7 @@ int connectToBus() {
 int startBus(sd_bus* bus, int descriptor) {
     int result = sd_bus_set_fd(bus, descriptor, descriptor);
     if (result >= 0) result = sd_bus_set_bus_client(bus, true);
+    if (result >= 0) result = sd_bus_set_method_call_timeout(bus, std::chrono::microseconds(busLimit).count());
     if (result >= 0) result = sd_bus_start(bus);
     return result;
 }

@@ -50,34 +50,15 @@ int onCall(sd_bus_message* call, void* userData, sd_bus_error* /*error*/) {
     return 1;
 }
 
-enum class NameResult : uint32_t { owned = 1, taken = 3, ownedAlready = 4 };
-
-bool judgeNameReply(sd_bus_message* reply) {
-    const int error = sd_bus_message_get_errno(reply);
-    if (error != 0) return failBus(-error);
-    uint32_t result = 0;
-    if (sd_bus_message_read(reply, "u", &result) <= 0) return failBus(-EBADMSG);
-    return static_cast<NameResult>(result) != NameResult::taken || failBus(-EEXIST);
-}
-
-int keepReply(sd_bus_message* reply, void* userData, sd_bus_error* /*error*/) {
-    *static_cast<sd_bus_message**>(userData) = sd_bus_message_ref(reply);
-    return 1;
-}
-
 /// Asks the bus for the service's name, in bounded time.
-bool takeName(sd_bus* bus, const char* service) {
-    sd_bus_message* reply = nullptr;
-    sd_bus_slot* slot = nullptr;
-    const int result = sd_bus_request_name_async(bus, &slot, host::serviceName(service).c_str(), 0, keepReply, &reply);
-    const bool taken = (result >= 0 || failBus(result)) &&
-                       host::processUntil(bus, host::Deadline(host::busLimit), [&] { return reply != nullptr; }) &&
-                       judgeNameReply(reply);
-    const int error = errno;
-    sd_bus_slot_unref(slot);
-    sd_bus_message_unref(reply);
-    errno = error;
-    return taken;
+bool takeName(Offers& offers, const char* service) {
+    if (!offers.connection.flush(host::Deadline(host::busLimit))) return false;
+    sd_bus* bus = offers.connection.bus();
+    const int result = sd_bus_request_name(bus, host::serviceName(service).c_str(), 0);
+    // Calls of the thread's other services may have come before the answer.
+    while (!offers.services.empty() && sd_bus_process(bus, nullptr) > 0) {
+    }
+    return result >= 0 || failBus(result);
 }
 
 /// A lost connection has taken its services with it; so has the parent's in a forked child.
@@ -99,14 +80,14 @@ lpc_service* lpc_service_create(const char* service, int /*flags*/, const char* 
     const bool named = (host::isBusName(service) && host::isBusName(method)) || failBus(-EINVAL);
     if (!named || !openForOffers()) return nullptr;
     Offers& offers = threadOffers();
-    sd_bus* bus = offers.connection.bus();
-    if (!isOffered(offers, service) && !takeName(bus, service)) {
+    if (!isOffered(offers, service) && !takeName(offers, service)) {
         // A bus that has not answered must not hand out the name later, when nobody serves it.
         if (errno != EEXIST || offers.services.empty()) offers.connection.close();
         return nullptr;
     }
     lpc_service& offer = offers.services.emplace_back(lpc_service{service, method, handler, user_data});
-    const int result = sd_bus_add_object(bus, nullptr, host::servicePath(service).c_str(), onCall, &offer);
+    const int result = sd_bus_add_object(offers.connection.bus(), nullptr, host::servicePath(service).c_str(), onCall,
+                                         &offer);
     return result >= 0 || failBus(result) ? &offer : nullptr;
 }
 

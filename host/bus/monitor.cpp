@@ -6,34 +6,21 @@
 namespace host {
 namespace {
 
-int keepReply(sd_bus_message* reply, void* userData, sd_bus_error* /*error*/) {
-    *static_cast<sd_bus_message**>(userData) = sd_bus_message_ref(reply);
-    return 1;
-}
-
 /// Asks the bus for a copy of every event and every call. From its answer on the connection can send nothing.
-int becomeMonitor(sd_bus* bus, sd_bus_slot** slot, sd_bus_message** reply) {
+int becomeMonitor(sd_bus* bus) {
     const std::string events = std::string("type='signal',path='") + eventPath + "'";
     const std::string calls = std::string("type='method_call',interface='") + callInterface + "'";
-    return sd_bus_call_method_async(bus, slot, "org.freedesktop.DBus", "/org/freedesktop/DBus",
-                                    "org.freedesktop.DBus.Monitoring", "BecomeMonitor", keepReply, reply, "asu", 2,
-                                    events.c_str(), calls.c_str(), 0);
+    return sd_bus_call_method(bus, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus.Monitoring",
+                              "BecomeMonitor", nullptr, nullptr, "asu", 2, events.c_str(), calls.c_str(), 0);
 }
 
 }  // namespace
 
 bool Monitor::open() {
-    if (!connection_.open()) return false;
-    sd_bus_message* reply = nullptr;
-    sd_bus_slot* slot = nullptr;
+    if (!connection_.open() || !connection_.flush(Deadline(busLimit))) return false;
     int result = sd_bus_add_filter(connection_.bus(), nullptr, onMessage, this);
-    if (result >= 0) result = becomeMonitor(connection_.bus(), &slot, &reply);
-    bool watching = (result >= 0 || failBus(result)) &&
-                    processUntil(connection_.bus(), Deadline(busLimit), [&] { return reply != nullptr; });
-    const int refusal = watching ? sd_bus_message_get_errno(reply) : errno;
-    sd_bus_slot_unref(slot);
-    sd_bus_message_unref(reply);
-    return refusal == 0 || failBus(-refusal);
+    if (result >= 0) result = becomeMonitor(connection_.bus());
+    return result >= 0 || failBus(result);
 }
 
 void Monitor::run() {
