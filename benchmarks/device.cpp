@@ -1,7 +1,7 @@
 #include "benchmarks/device.h"
 
 #include "host/base/start_program.h"
-#include "host/loop/unique_fd.h"
+#include "host/base/unique_fd.h"
 
 #include <array>
 #include <csignal>
@@ -36,7 +36,7 @@ Device::Device(const std::filesystem::path& build, std::filesystem::path root) :
     if (pipe2(pipe.data(), O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
     host::UniqueFd input(pipe[0]), output(pipe[1]);
     pid_ =
-        host::startProgram({.path = build / "host/supervisor/supervisor",
+        host::startProgram({.path = build / "bin/supervisor",
                             .arguments = {"device", "--root", root_, "--port", "0", "--ports", "0,0,0", "--panel", "0"},
                             .descriptors = {{output.get(), STDOUT_FILENO}}});
     output.reset();

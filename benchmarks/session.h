@@ -1,7 +1,7 @@
 /// Operators and the programs they talk to.
 #pragma once
 
-#include "host/loop/unique_fd.h"
+#include "host/base/unique_fd.h"
 
 #include <chrono>
 #include <memory>

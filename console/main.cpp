@@ -2,6 +2,7 @@
 
 #include "console/event_listener.h"
 #include "console/line_reader.h"
+#include "console/ports.h"
 #include "console/relay.h"
 #include "console/session.h"
 #include "console/terminal.h"
@@ -16,24 +17,11 @@
 
 namespace {
 
-struct ProgramName {
-    const char* path;
-    int reportedPort;
-};
-
-// The asterisks are part of the names.
-constexpr ProgramName programNames[] = {
-    {"/usr/bin/*cmdd", 23},
-    {"/usr/bin/*cmdd9000port", 9000},
-    {"/usr/bin/*cmdd9001port", 9001},
-    {"/usr/bin/*cmdd9002port", 9002},
-};
-
 int portOf(const char* programName) {
-    for (const ProgramName& name : programNames) {
-        if (equals(programName, name.path)) return name.reportedPort;
+    for (const ConsolePort& port : consolePorts) {
+        if (equals(programName, port.programName)) return port.reportedPort;
     }
-    return 23;
+    return consolePorts[0].reportedPort;
 }
 
 /// A reply is one write.
@@ -74,7 +62,7 @@ int main(int /*argc*/, char** argv) {
     makeTerminalRaw();
     bufferReplies();
     session.reportedPort = portOf(argv[0]);
-    // Every session is authenticated whatever the mode: the login routine stands beside the entry.
+    // Every session is authenticated whatever the mode: no login dialogue is started here.
     static_cast<void>(readBoolean(loginModeLeaf));
     session.kind = 4;
     sessionAuthenticated = 1;

@@ -1,6 +1,7 @@
 #include "console/relay.h"
 
 #include "console/bus_loop.h"
+#include "console/ports.h"
 #include "platform/event_bus.h"
 #include "platform/lpc.h"
 #include "text/text.h"
@@ -36,8 +37,8 @@ void serve(lpc_request* request, void* /*userData*/) {
 }
 
 constexpr RelayPort relayPorts[] = {
-    {9001, "hdbt12cmdd", "hdbt12cmdd", serve<relayByte>},
-    {9002, "cmdd2zone1", "zone12cmdd", serve<relayText>},
+    {byteRelayPort, "hdbt12cmdd", "hdbt12cmdd", serve<relayByte>},
+    {textRelayPort, "cmdd2zone1", "zone12cmdd", serve<relayText>},
 };
 
 const RelayPort* findRelay(int reportedPort) {

@@ -1,10 +1,10 @@
 /// A console in a page: a telnet session through the launcher like any other.
 #pragma once
 
+#include "host/base/unique_fd.h"
 #include "host/launcher/telnet_stream.h"
 #include "host/loop/channel.h"
 #include "host/loop/event_loop.h"
-#include "host/loop/unique_fd.h"
 
 #include <functional>
 #include <memory>

@@ -1,10 +1,10 @@
 /// The display at the address that the settings give for it, so that there is one to control.
 #pragma once
 
+#include "host/base/unique_fd.h"
 #include "host/launcher/listener.h"
 #include "host/loop/channel.h"
 #include "host/loop/event_loop.h"
-#include "host/loop/unique_fd.h"
 
 #include <functional>
 #include <list>

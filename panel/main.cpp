@@ -1,6 +1,6 @@
 /// Serves the front panel of a device to browsers.
 #include "host/base/readiness.h"
-#include "host/launcher/launch_options.h"
+#include "host/launcher/options.h"
 #include "host/loop/event_loop.h"
 #include "panel/http_server.h"
 #include "panel/panel.h"

@@ -1,6 +1,6 @@
 #include "panel/panel.h"
 
-#include "host/launcher/launch_options.h"
+#include "host/launcher/options.h"
 #include "panel/assets.h"
 #include "platform/event_bus.h"
 #include "platform/user_config.h"

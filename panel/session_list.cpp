@@ -1,8 +1,8 @@
 #include "panel/session_list.h"
 
 #include "host/base/unix_address.h"
-#include "host/launcher/launch_options.h"
 #include "host/launcher/observers.h"
+#include "host/launcher/options.h"
 
 #include <climits>
 #include <sstream>

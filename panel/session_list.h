@@ -2,9 +2,9 @@
 #pragma once
 
 #include "host/base/json.h"
+#include "host/base/unique_fd.h"
 #include "host/loop/channel.h"
 #include "host/loop/event_loop.h"
-#include "host/loop/unique_fd.h"
 
 #include <functional>
 #include <map>

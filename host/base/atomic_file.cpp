@@ -1,5 +1,7 @@
 #include "host/base/atomic_file.h"
 
+#include "host/base/unique_fd.h"
+
 #include <array>
 #include <cstdio>
 #include <cstdlib>
@@ -20,17 +22,8 @@ bool writeAll(int fd, std::string_view content) {
 
 /// Makes a rename within `folder` last.
 bool syncFolder(const std::string& folder) {
-    const int fd = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (fd < 0) return false;
-    const bool isSynced = fsync(fd) == 0;
-    close(fd);
-    return isSynced;
-}
-
-/// Closes `fd`.
-bool writeForGood(int fd, std::string_view content) {
-    const bool isWritten = writeAll(fd, content) && fsync(fd) == 0;
-    return (close(fd) == 0) && isWritten;
+    const UniqueFd fd(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    return fd && fsync(fd.get()) == 0;
 }
 
 }  // namespace
@@ -38,24 +31,30 @@ bool writeForGood(int fd, std::string_view content) {
 bool replaceFile(const std::string& path, std::string_view content) {
     const std::string folder = path.substr(0, path.rfind('/') + 1);
     std::string fresh = folder + ".new-XXXXXX";
-    const int fd = mkostemp(fresh.data(), O_CLOEXEC);
-    if (fd < 0) return false;
-    if (writeForGood(fd, content) && std::rename(fresh.c_str(), path.c_str()) == 0) return syncFolder(folder);
+    UniqueFd fd(mkostemp(fresh.data(), O_CLOEXEC));
+    if (!fd) return false;
+    const bool isWritten = writeAll(fd.get(), content) && fsync(fd.get()) == 0 && close(fd.release()) == 0;
+    if (isWritten && std::rename(fresh.c_str(), path.c_str()) == 0) return syncFolder(folder);
     unlink(fresh.c_str());
     return false;
 }
 
 std::optional<std::string> readFile(const std::string& path) {
-    const int fd = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (fd < 0) return std::nullopt;
+    const UniqueFd fd(open(path.c_str(), O_RDONLY | O_CLOEXEC));
     std::string content;
     std::array<char, 4096> piece;
     ssize_t got = 0;
-    while ((got = read(fd, piece.data(), piece.size())) > 0)
+    while ((got = read(fd.get(), piece.data(), piece.size())) > 0)
         content.append(piece.data(), static_cast<std::size_t>(got));
-    close(fd);
-    if (got < 0) return std::nullopt;
-    return content;
+    return got == 0 ? std::optional(std::move(content)) : std::nullopt;
+}
+
+void appendLine(const std::string& path, const std::string& line) {
+    const UniqueFd fd(open(path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0600));
+    const std::string text = line + '\n';
+    if (fd && write(fd.get(), text.data(), text.size()) < 0) {
+        // A full disk: there is nowhere to say so that would not be somebody's connection.
+    }
 }
 
 }  // namespace host

@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <charconv>
 #include <csignal>
+#include <cstdio>
 #include <fcntl.h>
 #include <iterator>
 #include <sys/file.h>
@@ -32,14 +33,17 @@ pid_t holderOf(int lockFile) {
 std::string deviceLockPath() { return inRoot("device.lock"); }
 
 bool signalDevice(int signal) {
-    const int lockFile = open(deviceLockPath().c_str(), O_RDONLY | O_CLOEXEC);
-    if (lockFile < 0) return false;
-    const pid_t holder = holderOf(lockFile);
-    const bool isSent = holder != 0 && kill(holder, signal) == 0;
-    const int error = errno;
-    close(lockFile);
-    errno = error;
-    return isSent;
+    const UniqueFd lockFile(open(deviceLockPath().c_str(), O_RDONLY | O_CLOEXEC));
+    const pid_t holder = lockFile ? holderOf(lockFile.get()) : 0;
+    return holder != 0 && kill(holder, signal) == 0;
+}
+
+UniqueFd becomeDevice() {
+    UniqueFd lockFile(open(deviceLockPath().c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
+    const bool isLocked = lockFile && flock(lockFile.get(), LOCK_EX | LOCK_NB) == 0 &&
+                          ftruncate(lockFile.get(), 0) == 0 && dprintf(lockFile.get(), "%d\n", getpid()) > 0;
+    if (!isLocked) lockFile.reset();
+    return lockFile;
 }
 
 }  // namespace host

@@ -1,5 +1,6 @@
 #include "host/base/json.h"
 
+#include <climits>
 #include <cstring>
 #include <json-c/json_tokener.h>
 
@@ -28,6 +29,8 @@ Json parse(int flags, const char* text, int length) {
     return nullptr;
 }
 
+bool isType(const json_object* value, json_type type) { return json_object_is_type(value, type) != 0; }
+
 }  // namespace
 
 Json parseFirstJson(const char* text) { return parse(0, text, -1); }
@@ -39,6 +42,32 @@ Json parseExactJson(const char* text) {
 
 const char* compactText(json_object* value) {
     return json_object_to_json_string_ext(value, JSON_C_TO_STRING_PLAIN | JSON_C_TO_STRING_NOSLASHESCAPE);
+}
+
+bool readBoolean(json_object* from, int* value) {
+    if (!isType(from, json_type_boolean)) return false;
+    *value = json_object_get_boolean(from);
+    return true;
+}
+
+bool readInt(json_object* from, int* value) {
+    const int64_t number = json_object_get_int64(from);
+    if (!isType(from, json_type_int) || number < INT_MIN || number > INT_MAX) return false;
+    *value = static_cast<int>(number);
+    return true;
+}
+
+bool readDouble(json_object* from, double* value) {
+    if (!isType(from, json_type_double) && !isType(from, json_type_int)) return false;
+    *value = json_object_get_double(from);
+    return true;
+}
+
+bool readString(json_object* from, char** value) {
+    if (!isType(from, json_type_string)) return false;
+    char* copy = strdup(json_object_get_string(from));
+    if (copy != nullptr) *value = copy;
+    return copy != nullptr;
 }
 
 }  // namespace host

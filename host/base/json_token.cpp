@@ -4,7 +4,6 @@
 
 #include <cerrno>
 #include <charconv>
-#include <climits>
 #include <cstring>
 #include <optional>
 #include <string>
@@ -132,15 +131,13 @@ const char* json_token_object_walk_get_string(json_token* root, const char* path
 }
 
 int json_token_object_walk_get_int(json_token* root, const char* path, int fallback) {
-    json_object* value = find(root, path, json_type_int);
-    if (value == nullptr) return fallback;
-    const int64_t number = json_object_get_int64(value);
-    return number >= INT_MIN && number <= INT_MAX ? static_cast<int>(number) : fallback;
+    host::readInt(find(root, path), &fallback);
+    return fallback;
 }
 
 int json_token_object_walk_get_boolean(json_token* root, const char* path, int fallback) {
-    json_object* value = find(root, path, json_type_boolean);
-    return value != nullptr ? json_object_get_boolean(value) : fallback;
+    host::readBoolean(find(root, path), &fallback);
+    return fallback;
 }
 
 int json_token_object_walk_set_string(json_token* root, const char* path, const char* value) {

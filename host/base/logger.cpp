@@ -1,5 +1,6 @@
 #include "platform/logger.h"
 
+#include "host/base/atomic_file.h"
 #include "host/base/device_root.h"
 #include "host/base/time_span.h"
 #include "host/base/visible_text.h"
@@ -9,7 +10,6 @@
 #include <cstdarg>
 #include <cstdio>
 #include <ctime>
-#include <fcntl.h>
 #include <string>
 #include <string_view>
 #include <unistd.h>
@@ -38,16 +38,6 @@ std::string stamp(int level) {
     return text.data();
 }
 
-/// In one write, so that lines of several processes never mix.
-void appendToLog(const std::string& line) {
-    const int fd = open(host::inRoot("log/device.log").c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0600);
-    if (fd < 0) return;
-    if (write(fd, line.data(), line.size()) < 0) {
-        // A full disk; there is no other place that would not be somebody's connection.
-    }
-    close(fd);
-}
-
 }  // namespace
 
 void __printLog(int level, const char* format, ...) {
@@ -59,6 +49,6 @@ void __printLog(int level, const char* format, ...) {
     va_end(arguments);
     std::string line = stamp(level);
     if (length > 0) line += host::visibleText(withoutLineEnd(text.data()));
-    appendToLog(line + "\n");
+    host::appendLine(host::inRoot("log/device.log"), line);
     errno = error;
 }

@@ -1,74 +1,47 @@
-#include "host/bus/bus_config.h"
+#include "host/bus/bus_daemon.h"
 
 #include "host/base/device_root.h"
-#include "host/bus/bus_names.h"
 
-#include <cctype>
-#include <cerrno>
-#include <cstdio>
-#include <cstring>
 #include <fstream>
 
 namespace host {
 namespace {
 
-/// A path as bus addresses want it: all but a few plain characters as %XX.
-std::string escapeAddress(const std::string& path) {
-    std::string escaped;
-    for (const char byte : path) {
-        if (std::isalnum(static_cast<unsigned char>(byte)) != 0 || std::strchr("-_/.", byte) != nullptr) {
-            escaped += byte;
-        } else {
-            char code[4];
-            std::snprintf(code, sizeof code, "%%%02x", static_cast<unsigned char>(byte));
-            escaped += code;
-        }
-    }
-    return escaped;
-}
-
-std::string limit(const char* name, long value) {
-    return std::string("  <limit name=\"") + name + "\">" + std::to_string(value) + "</limit>\n";
-}
-
-/// Room for thousands of sessions, which the bus takes for one user, and an end to what a stuck one can pile up.
-std::string limits() {
-    constexpr long kilo = 1024;
-    constexpr long mega = kilo * kilo;
-    constexpr long seconds = 1000;
-    return limit("max_completed_connections", 16 * kilo) + limit("max_connections_per_user", 16 * kilo) +
-           limit("max_incomplete_connections", 4 * kilo) + limit("max_names_per_connection", 64) +
-           limit("max_match_rules_per_connection", 256) + limit("max_replies_per_connection", 4 * kilo) +
-           limit("max_message_size", mega) + limit("max_incoming_bytes", 4 * mega) +
-           limit("max_outgoing_bytes", 16 * mega) + limit("max_message_unix_fds", 0) +
-           limit("auth_timeout", 30 * seconds) + limit("reply_timeout", 30 * seconds);
-}
-
-std::string configuration() {
-    return "<!DOCTYPE busconfig PUBLIC \"-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN\"\n"
-           " \"http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd\">\n"
-           "<busconfig>\n"
-           "  <listen>unix:path=" +
-           escapeAddress(busPath()) +
-           "</listen>\n"
-           "  <auth>EXTERNAL</auth>\n"
-           "  <policy context=\"default\">\n"
-           "    <allow send_destination=\"*\"/>\n"
-           "    <allow receive_sender=\"*\"/>\n"
-           "    <allow own_prefix=\"lpc\"/>\n"
-           "  </policy>\n" +
-           limits() + "</busconfig>\n";
-}
+/// The path is relative, so that it needs no escapes. The limits leave room for thousands of sessions, which the bus
+/// takes for one user, and bound what a stuck one can pile up. Times are in milliseconds.
+constexpr char configuration[] =
+    R"(<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
+ "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
+<busconfig>
+  <listen>unix:path=bus</listen>
+  <auth>EXTERNAL</auth>
+  <policy context="default">
+    <allow send_destination="*"/>
+    <allow receive_sender="*"/>
+    <allow own_prefix="lpc"/>
+  </policy>
+  <limit name="max_completed_connections">16384</limit>
+  <limit name="max_connections_per_user">16384</limit>
+  <limit name="max_incomplete_connections">4096</limit>
+  <limit name="max_names_per_connection">64</limit>
+  <limit name="max_match_rules_per_connection">256</limit>
+  <limit name="max_replies_per_connection">4096</limit>
+  <limit name="max_message_size">1048576</limit>
+  <limit name="max_incoming_bytes">4194304</limit>
+  <limit name="max_outgoing_bytes">16777216</limit>
+  <limit name="max_message_unix_fds">0</limit>
+  <limit name="auth_timeout">30000</limit>
+  <limit name="reply_timeout">30000</limit>
+</busconfig>
+)";
 
 }  // namespace
 
-std::string writeBusConfig() {
+std::vector<std::string> busCommand(int readyDescriptor) {
     const std::string path = inRoot("bus.conf");
-    errno = 0;
-    std::ofstream file(path, std::ios::trunc);
-    file << configuration();
-    file.close();
-    return file.fail() ? std::string() : path;
+    if (!(std::ofstream(path) << configuration << std::flush)) return {};
+    return {"/usr/bin/dbus-daemon", "--nofork", "--nopidfile", "--config-file=" + path,
+            "--print-address=" + std::to_string(readyDescriptor)};
 }
 
 }  // namespace host

@@ -1,12 +1,14 @@
-/// How the device's own dbus-daemon is set up.
+/// The device's own dbus-daemon.
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace host {
 
-/// Writes the configuration into the device root and returns its path, for `dbus-daemon --nofork --config-file=PATH`;
-/// empty with errno set when it could not be written. The daemon listens on busPath() and lets in its own user only.
-std::string writeBusConfig();
+/// The words that run the bus in the foreground, with the device root as the working folder. It listens on busPath(),
+/// lets in its own user only, and writes a line to `readyDescriptor` when it does. Writes its configuration file;
+/// empty with errno set when that failed.
+std::vector<std::string> busCommand(int readyDescriptor);
 
 }  // namespace host

@@ -1,12 +1,10 @@
 #include "host/bus/connection.h"
 
-#include "host/base/device_root.h"
 #include "host/base/time_span.h"
+#include "host/base/unix_address.h"
 #include "host/bus/bus_names.h"
 
-#include <cstring>
 #include <sys/socket.h>
-#include <sys/un.h>
 #include <unistd.h>
 
 #if defined(__SANITIZE_THREAD__)
@@ -19,35 +17,25 @@ const char* __tsan_default_suppressions() { return "race:getrandom"; }
 namespace host {
 namespace {
 
-bool fillAddress(sockaddr_un& address) {
-    const std::string path = busPath();
-    address.sun_family = AF_UNIX;
-    if (path.size() >= sizeof address.sun_path) return failBus(-ENAMETOOLONG);
-    std::memcpy(address.sun_path, path.c_str(), path.size() + 1);
-    return true;
-}
-
 void limitSending(int socket, std::chrono::microseconds limit) {
     const timeval time = toTimeval(limit);
     setsockopt(socket, SOL_SOCKET, SO_SNDTIMEO, &time, sizeof time);
 }
 
 /// Queues up at the bus's door. A descriptor that does not block would be turned away when many connect at once.
-bool connectBlocking(int socket, const sockaddr_un& address) {
+bool connectBlocking(int socket, const UnixAddress& address) {
     const Deadline deadline(busLimit);
     while (!deadline.isOver()) {
         limitSending(socket, deadline.left());
-        if (connect(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0) return true;
+        if (connect(socket, address.get(), address.size()) == 0) return true;
         if (errno != EINTR) return errno == EAGAIN ? failBus(-ETIMEDOUT) : false;
     }
     return failBus(-ETIMEDOUT);
 }
 
 int connectToBus() {
-    sockaddr_un address{};
-    if (!fillAddress(address)) return -1;
     const int descriptor = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    if (descriptor < 0 || connectBlocking(descriptor, address)) return descriptor;
+    if (descriptor < 0 || connectBlocking(descriptor, UnixAddress(busPath()))) return descriptor;
     const int error = errno;
     ::close(descriptor);
     errno = error;

@@ -1,9 +1,9 @@
 #include "platform/event_bus.h"
 
+#include "host/bus/bus_extensions.h"
 #include "host/bus/bus_names.h"
 #include "host/bus/connection.h"
 #include "host/bus/outgoing.h"
-#include "host/bus/subscriptions.h"
 #include "host/bus/text_message.h"
 
 #include <cstring>

@@ -86,8 +86,8 @@ lpc_service* lpc_service_create(const char* service, int /*flags*/, const char* 
         return nullptr;
     }
     lpc_service& offer = offers.services.emplace_back(lpc_service{service, method, handler, user_data});
-    const int result = sd_bus_add_object(offers.connection.bus(), nullptr, host::servicePath(service).c_str(), onCall,
-                                         &offer);
+    const int result =
+        sd_bus_add_object(offers.connection.bus(), nullptr, host::servicePath(service).c_str(), onCall, &offer);
     return result >= 0 || failBus(result) ? &offer : nullptr;
 }
 

@@ -2,7 +2,7 @@
 
 #include "host/base/note.h"
 #include "host/base/readiness.h"
-#include "host/bus/subscriptions.h"
+#include "host/bus/bus_extensions.h"
 #include "host/daemons/leaf_value.h"
 #include "platform/event_bus.h"
 #include "platform/lpc.h"

@@ -1,10 +1,10 @@
 #include "host/base/note.h"
+#include "host/base/unique_fd.h"
 #include "host/daemons/daemon.h"
 #include "host/daemons/daemons.h"
 #include "host/daemons/leaf_value.h"
 #include "host/daemons/transmitter.h"
 #include "host/loop/channel.h"
-#include "host/loop/unique_fd.h"
 
 #include <arpa/inet.h>
 #include <cerrno>

@@ -1,6 +1,6 @@
 #include "host/base/json.h"
 #include "host/base/note.h"
-#include "host/bus/reply.h"
+#include "host/bus/bus_extensions.h"
 #include "host/daemons/daemon.h"
 #include "host/daemons/daemons.h"
 #include "host/daemons/leaf_value.h"

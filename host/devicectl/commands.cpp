@@ -3,9 +3,9 @@
 #include "host/base/factory_store.h"
 #include "host/base/readiness.h"
 #include "host/base/visible_text.h"
+#include "host/bus/bus_extensions.h"
 #include "host/bus/call_log.h"
 #include "host/bus/monitor.h"
-#include "host/bus/reply.h"
 #include "host/devicectl/play.h"
 #include "host/devicectl/verb.h"
 #include "host/store/document.h"
@@ -69,30 +69,34 @@ int setValue(Store& store, const char* text) {
     return statusOf(isStored, text);
 }
 
-int getConfig(const Arguments& words) { return getValue(settingsStore(), words[0]); }
-int getStatus(const Arguments& words) { return getValue(statusStore(), words[0]); }
-int setConfig(const Arguments& words) { return setValue(settingsStore(), words[0]); }
-int setStatus(const Arguments& words) { return setValue(statusStore(), words[0]); }
+int getConfig(const Arguments& words) { return getValue(settingsStore(), words[0].c_str()); }
+int getStatus(const Arguments& words) { return getValue(statusStore(), words[0].c_str()); }
+int setConfig(const Arguments& words) { return setValue(settingsStore(), words[0].c_str()); }
+int setStatus(const Arguments& words) { return setValue(statusStore(), words[0].c_str()); }
 
-int publish(const Arguments& words) { return statusOf(eventbus_publish(words[0], words[1]) == 0, words[0]); }
+int publish(const Arguments& words) {
+    return statusOf(eventbus_publish(words[0].c_str(), words[1].c_str()) == 0, words[0]);
+}
 
 int call(const Arguments& words) {
-    const std::optional<std::string> reply = replyTo(words[0], words[1], words[2], 10s);
-    if (!reply) return fail(std::string(words[0]) + " " + words[1]);
+    const std::optional<std::string> reply = replyTo(words[0].c_str(), words[1].c_str(), words[2].c_str(), 10s);
+    if (!reply) return fail(words[0] + " " + words[1]);
     if (!reply->empty()) std::puts(reply->c_str());
     return 0;
 }
 
 int getFactoryData(const Arguments& words) {
     char* text = nullptr;
-    const bool found = factory_read_data(words[0], &text) == 0;
+    const bool found = factory_read_data(words[0].c_str(), &text) == 0;
     const OwnedText owned(text);
     if (!found) return fail(words[0], "nothing is stored there");
     std::puts(text);
     return 0;
 }
 
-int setFactoryData(const Arguments& words) { return statusOf(writeFactoryData(words[0], words[1]), words[0]); }
+int setFactoryData(const Arguments& words) {
+    return statusOf(writeFactoryData(words[0].c_str(), words[1].c_str()), words[0]);
+}
 
 /// For a person: aligned, and coloured by kind.
 void showTraffic(const BusTraffic& traffic) {

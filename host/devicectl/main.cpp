@@ -26,38 +26,35 @@ int showVersion() {
     return 0;
 }
 
-/// Takes a "--root DIR" or "--root=DIR" that stands at `at` out of `arguments`; without its DIR it names no folder.
-bool takeRoot(Arguments& arguments, std::size_t at) {
-    constexpr std::string_view option = "--root";
-    const std::string_view word = arguments[at];
-    const bool isOneWord = word.starts_with("--root=");
-    if (!isOneWord && word != option) return false;
-    const std::size_t end = std::min(at + (isOneWord ? 1 : 2), arguments.size());
-    const bool isAlone = !isOneWord && end == at + 1;
-    setDeviceRoot(isOneWord ? arguments[at] + option.size() + 1 : isAlone ? "" : arguments[at + 1]);
-    const auto first = arguments.begin() + static_cast<std::ptrdiff_t>(at);
-    arguments.erase(first, arguments.begin() + static_cast<std::ptrdiff_t>(end));
-    return true;
-}
-
 bool isRootKnown() {
     const char* root = std::getenv(deviceRootVariable);
     return root != nullptr && *root != '\0';
 }
 
-int run(const char* program, Arguments arguments) {
-    for (std::size_t at = 0; at < arguments.size();) {
-        const std::string_view word = arguments[at];
-        if (word == "--help") return showHelp(program, stdout);
-        if (word == "--version") return showVersion();
-        if (word == "--") {
-            arguments.erase(arguments.begin() + static_cast<std::ptrdiff_t>(at));
+/// "--root DIR" and "--root=DIR" may stand anywhere; without its DIR it names no folder.
+int run(const char* program, const Arguments& arguments) {
+    constexpr std::string_view rootIs = "--root=";
+    Arguments words;
+    for (auto word = arguments.begin(); word != arguments.end(); ++word) {
+        if (*word == "--help") return showHelp(program, stdout);
+        if (*word == "--version") return showVersion();
+        if (*word == "--") {
+            words.insert(words.end(), word + 1, arguments.end());
             break;
         }
-        if (!takeRoot(arguments, at)) ++at;
+        if (word->starts_with(rootIs)) {
+            setDeviceRoot(word->substr(rootIs.size()));
+        } else if (*word != "--root") {
+            words.push_back(*word);
+        } else if (++word != arguments.end()) {
+            setDeviceRoot(*word);
+        } else {
+            setDeviceRoot("");
+            break;
+        }
     }
-    if (arguments.empty()) return showHelp(program, stderr);
-    return isRootKnown() ? runVerb(arguments) : explain("--root DIR has to name the device's folder");
+    if (words.empty()) return showHelp(program, stderr);
+    return isRootKnown() ? runVerb(words) : explain("--root DIR has to name the device's folder");
 }
 
 }  // namespace

@@ -46,16 +46,10 @@ std::string takeWord(std::string& line) {
     return word;
 }
 
-Arguments pointersTo(const std::vector<std::string>& words) {
-    Arguments arguments;
-    for (const std::string& word : words) arguments.push_back(word.c_str());
-    return arguments;
-}
-
 /// The words for devicectl, of which the last one takes the rest of the line.
-std::vector<std::string> split(std::string line) {
-    std::vector<std::string> words = {takeWord(line), takeWord(line)};
-    const Verb* verb = findVerb(pointersTo(words));
+Arguments split(std::string line) {
+    Arguments words = {takeWord(line), takeWord(line)};
+    const Verb* verb = findVerb(words);
     const std::size_t count = verb == nullptr ? 0 : verb->wordCount() + verb->parameterCount;
     while (words.size() + 1 < count) words.push_back(takeWord(line));
     if (!line.empty()) words.push_back(line);
@@ -132,8 +126,7 @@ int Scene::playLine(std::size_t at) {
         return 0;
     }
     if (!line.starts_with("$ ")) return refuse(at, "not a line of a scene");
-    const std::vector<std::string> words = split(line.substr(2));
-    return runVerb(pointersTo(words)) == 0 ? 0 : refuse(at, "the scene ends here");
+    return runVerb(split(line.substr(2))) == 0 ? 0 : refuse(at, "the scene ends here");
 }
 
 int Scene::refuse(std::size_t at, const char* reason) const {

@@ -7,40 +7,32 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <string_view>
 
 namespace host {
 namespace {
 
 bool isFirstWordOf(const Verb& verb, const Arguments& arguments) {
-    return !arguments.empty() && std::string_view(arguments[0]) == verb.word;
+    return !arguments.empty() && arguments[0] == verb.word;
 }
 
-/// The words that may stand at a place, once each.
-class Choice {
-  public:
-    void add(const char* word) {
-        if (word != nullptr && word != last_) text_ += (text_.empty() ? "" : ", ") + std::string(word);
-        last_ = word == nullptr ? "" : word;
-    }
-    const std::string& text() const { return text_; }
-
-  private:
-    std::string text_;
-    std::string_view last_;
-};
+/// The words that may stand at a place, once each; the table has equal ones side by side.
+std::string listed(std::vector<std::string> words) {
+    words.erase(std::unique(words.begin(), words.end()), words.end());
+    std::string list;
+    for (const std::string& word : words) list += (list.empty() ? "" : ", ") + word;
+    return list;
+}
 
 int explainWords(const Arguments& arguments) {
-    Choice first, second;
+    std::vector<std::string> first, second;
     for (const Verb& verb : verbs()) {
-        first.add(verb.word);
-        if (isFirstWordOf(verb, arguments)) second.add(verb.second);
+        first.emplace_back(verb.word);
+        if (isFirstWordOf(verb, arguments)) second.emplace_back(verb.second);
     }
-    const bool isFirstWrong = second.text().empty();
-    const std::size_t wrong = isFirstWrong ? 0 : 1;
-    const std::string place = isFirstWrong ? "a command is" : "after \"" + std::string(arguments[0]) + "\" comes";
-    const std::string found = wrong < arguments.size() ? ", not \"" + std::string(arguments[wrong]) + "\"" : "";
-    return explain(place + " one of " + (isFirstWrong ? first : second).text() + found);
+    const std::size_t wrong = second.empty() ? 0 : 1;
+    const std::string place = second.empty() ? "a command is" : "after \"" + arguments[0] + "\" comes";
+    const std::string found = wrong < arguments.size() ? ", not \"" + arguments[wrong] + "\"" : "";
+    return explain(place + " one of " + listed(second.empty() ? first : second) + found);
 }
 
 int explainParameters(const Verb& verb, const Arguments& arguments) {
@@ -67,7 +59,7 @@ std::string Verb::usage() const {
 const Verb* findVerb(const Arguments& arguments) {
     const auto isMeant = [&arguments](const Verb& verb) {
         return isFirstWordOf(verb, arguments) &&
-               (verb.second == nullptr || (arguments.size() > 1 && std::string_view(arguments[1]) == verb.second));
+               (verb.second == nullptr || (arguments.size() > 1 && arguments[1] == verb.second));
     };
     const auto found = std::ranges::find_if(verbs(), isMeant);
     return found == verbs().end() ? nullptr : &*found;

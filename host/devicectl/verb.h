@@ -7,7 +7,7 @@
 
 namespace host {
 
-using Arguments = std::vector<const char*>;
+using Arguments = std::vector<std::string>;
 
 inline constexpr int failureStatus = 1;
 inline constexpr int usageStatus = 2;

@@ -1,16 +1,18 @@
 #include "host/launcher/console_process.h"
 
+#include "console/ports.h"
 #include "host/base/device_root.h"
 #include "host/base/start_program.h"
-#include "host/launcher/console_port.h"
-#include "host/launcher/neighbour_table.h"
 
 #include <array>
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
+#include <fstream>
+#include <limits>
 #include <signal.h>
 #include <spawn.h>
+#include <sstream>
 #include <sys/ioctl.h>
 #include <sys/resource.h>
 #include <termios.h>
@@ -36,6 +38,21 @@ UniqueFd openTerminal() {
     if (!terminal || grantpt(terminal.get()) != 0 || unlockpt(terminal.get()) != 0 || !makeRaw(terminal.get()))
         terminal.reset();
     return terminal;
+}
+
+/// The hardware address of the neighbour with that IPv4 address in the machine's table; empty when it is not known.
+std::string hardwareAddressOf(const std::string& address) {
+    constexpr unsigned completeFlag = 0x2;
+    std::ifstream table("/proc/net/arp");
+    table.ignore(std::numeric_limits<std::streamsize>::max(), '\n');
+    for (std::string line; std::getline(table, line);) {
+        std::istringstream fields(line);
+        std::string neighbour, type, flags, hardwareAddress;
+        fields >> neighbour >> type >> flags >> hardwareAddress;
+        const bool isComplete = (std::strtoul(flags.c_str(), nullptr, 0) & completeFlag) != 0;
+        if (neighbour == address && isComplete) return hardwareAddress;
+    }
+    return {};
 }
 
 /// Nothing of the launcher's environment and nothing that a client could choose. The search path ends with the

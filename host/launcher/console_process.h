@@ -1,7 +1,7 @@
 /// The console program of one connection, on a pseudo-terminal of its own.
 #pragma once
 
-#include "host/loop/unique_fd.h"
+#include "host/base/unique_fd.h"
 
 #include <cstddef>
 #include <optional>

@@ -1,6 +1,6 @@
 #include "host/launcher/launcher_service.h"
 
-#include "host/launcher/launch_options.h"
+#include "host/launcher/options.h"
 #include "platform/lpc.h"
 
 #include <cerrno>

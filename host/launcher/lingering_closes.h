@@ -3,8 +3,8 @@
 /// Closing a socket while it holds unread input resets the connection, and the peer may lose what it was sent last.
 #pragma once
 
+#include "host/base/unique_fd.h"
 #include "host/loop/event_loop.h"
-#include "host/loop/unique_fd.h"
 
 #include <list>
 #include <string_view>

@@ -1,13 +1,17 @@
 /// A TCP port that takes connections.
 #pragma once
 
+#include "host/base/unique_fd.h"
 #include "host/launcher/peer.h"
 #include "host/loop/event_loop.h"
-#include "host/loop/unique_fd.h"
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <string>
+
+struct evconnlistener;
+struct sockaddr;
 
 namespace host {
 
@@ -18,21 +22,26 @@ class Listener {
     /// Listens on a numeric address; none, with errno set, when that fails.
     static std::unique_ptr<Listener> open(EventLoop& loop, const std::string& address, int port, OnPeer onPeer);
 
+    /// The same on a socket that is bound already.
+    static std::unique_ptr<Listener> listenOn(EventLoop& loop, UniqueFd socket, OnPeer onPeer);
+
     Listener(EventLoop& loop, UniqueFd socket, OnPeer onPeer);
 
     /// The port it has got, also when it was asked for any.
     int port() const;
 
   private:
-    void acceptWaiting();
-    bool acceptOne();
-    void onAcceptFailure();
+    static void onConnection(evconnlistener* events, int fd, sockaddr* address, int size, void* self);
+    static void onFailure(evconnlistener* events, void* self);
+    void pause(std::chrono::milliseconds span);
+    void resume();
     void refuseOne();
 
     UniqueFd socket_;
     UniqueFd reserve_;  ///< given up to refuse a peer when no other descriptor is left
     OnPeer onPeer_;
-    ReadWatch watch_;
+    std::unique_ptr<evconnlistener, void (*)(evconnlistener*)> events_;
+    unsigned accepted_ = 0;
     Timer resume_;
 };
 

@@ -2,8 +2,8 @@
 #include "host/base/device_root.h"
 #include "host/base/readiness.h"
 #include "host/launcher/console_process.h"
-#include "host/launcher/launch_options.h"
 #include "host/launcher/launcher_service.h"
+#include "host/launcher/options.h"
 #include "host/launcher/ports.h"
 #include "host/launcher/sessions.h"
 #include "host/loop/event_loop.h"
@@ -15,14 +15,6 @@
 
 namespace host {
 namespace {
-
-constexpr int usageStatus = 2;
-
-bool readOptions(int argc, char** argv, LaunchOptions& options) {
-    bool understood = argc % 2 == 1;
-    for (int i = 1; understood && i < argc; i += 2) understood = options.take(argv[i], argv[i + 1]);
-    return understood;
-}
 
 /// Consoles run in the device root, and nothing of them outside of it.
 bool enterDeviceRoot() {
@@ -39,7 +31,7 @@ void raiseDescriptorLimit() {
     setrlimit(RLIMIT_NOFILE, &limit);
 }
 
-int serve(const LaunchOptions& options) {
+int serve(const Options& options) {
     EventLoop loop;
     Sessions sessions(loop, options);
     Ports ports(loop, options, sessions);
@@ -59,13 +51,8 @@ int serve(const LaunchOptions& options) {
 }  // namespace host
 
 int main(int argc, char** argv) {
-    host::LaunchOptions options;
-    if (!host::readOptions(argc, argv, options)) {
-        std::fprintf(stderr, "%s: started by the device, with some of:\n", argv[0]);
-        for (const host::OptionText& option : host::launchOptionTexts)
-            std::fprintf(stderr, "  %s %s\n", option.word.data(), option.meaning);
-        return host::usageStatus;
-    }
+    host::Options options;
+    if (const auto status = options.read(argc, argv, "serves the ports of a device, which starts it")) return *status;
     if (!host::enterDeviceRoot()) return 1;
     host::raiseDescriptorLimit();
     std::signal(SIGPIPE, SIG_IGN);

@@ -6,7 +6,6 @@
 
 #include <cstdio>
 #include <ctime>
-#include <netinet/in.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -21,24 +20,14 @@ constexpr std::size_t mostObservers = 8;
 constexpr std::size_t mostWaiting = std::size_t{256} * 1024;
 constexpr std::size_t longestLine = 1024;
 
-UniqueFd listenAt(const std::string& path) {
+UniqueFd bindTo(const std::string& path) {
     const UnixAddress address(path);
     UniqueFd socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
     unlink(path.c_str());
-    const bool listens = bind(socket.get(), address.get(), address.size()) == 0 &&
-                         chmod(path.c_str(), S_IRUSR | S_IWUSR) == 0 && listen(socket.get(), mostObservers) == 0;
-    if (!listens) std::perror("launcher: observers");
-    return listens ? std::move(socket) : UniqueFd();
-}
-
-/// The port of the device that the peer came by.
-int portOf(const Peer& peer) {
-    sockaddr_storage own{};
-    socklen_t size = sizeof own;
-    getsockname(peer.socket.get(), reinterpret_cast<sockaddr*>(&own), &size);
-    const bool isIpv6 = own.ss_family == AF_INET6;
-    return ntohs(isIpv6 ? reinterpret_cast<const sockaddr_in6&>(own).sin6_port
-                        : reinterpret_cast<const sockaddr_in&>(own).sin_port);
+    const bool isBound =
+        bind(socket.get(), address.get(), address.size()) == 0 && chmod(path.c_str(), S_IRUSR | S_IWUSR) == 0;
+    if (!isBound) std::perror("launcher: observers");
+    return isBound ? std::move(socket) : UniqueFd();
 }
 
 std::string line(std::initializer_list<std::string> words) {
@@ -51,13 +40,13 @@ std::string line(std::initializer_list<std::string> words) {
 
 std::string observersPath() { return inRoot("sessions"); }
 
-Observers::Observers(EventLoop& loop) : loop_(loop), socket_(listenAt(observersPath())) {
-    if (socket_) watch_ = std::make_unique<ReadWatch>(loop, socket_.get(), [this] { admit(); });
+Observers::Observers(EventLoop& loop) : loop_(loop) {
+    if (UniqueFd socket = bindTo(observersPath()))
+        listener_ = Listener::listenOn(loop, std::move(socket), [this](Peer peer) { admit(std::move(peer.socket)); });
 }
 
-void Observers::admit() {
-    UniqueFd socket(accept4(socket_.get(), nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC));
-    if (!socket || observers_.size() >= mostObservers) return;
+void Observers::admit(UniqueFd socket) {
+    if (observers_.size() >= mostObservers) return;
     const auto leave = [this, fd = socket.get()](Channel::End) { forget(fd); };
     auto channel = std::make_unique<Channel>(loop_, socket.get(), patience,
                                              Channel::Handlers{[](const std::string&) {}, [] {}, leave});
@@ -77,7 +66,7 @@ void Observers::forget(int socket) {
 Observation::Observation(Observers& observers, const Peer& peer)
     : observers_(observers),
       id_(std::to_string(++observers.lastId_)),
-      opening_(line({"open", id_, std::to_string(portOf(peer)), peer.address, std::to_string(std::time(nullptr))})) {
+      opening_(line({"open", id_, std::to_string(peer.port), peer.address, std::to_string(std::time(nullptr))})) {
     observers_.observations_.push_back(this);
     observers_.tell(opening_);
 }

@@ -5,10 +5,11 @@
 /// the control bytes made visible, "close ID". While nobody looks on, nothing is collected.
 #pragma once
 
+#include "host/base/unique_fd.h"
+#include "host/launcher/listener.h"
 #include "host/launcher/peer.h"
 #include "host/loop/channel.h"
 #include "host/loop/event_loop.h"
-#include "host/loop/unique_fd.h"
 
 #include <list>
 #include <memory>
@@ -32,14 +33,13 @@ class Observers {
         std::unique_ptr<Channel> channel;
     };
 
-    void admit();
+    void admit(UniqueFd socket);
     void tell(const std::string& line);
     void forget(int socket);
     bool isWatched() const { return !observers_.empty(); }
 
     EventLoop& loop_;
-    UniqueFd socket_;
-    std::unique_ptr<ReadWatch> watch_;
+    std::unique_ptr<Listener> listener_;
     std::list<Observer> observers_;
     std::list<Observation*> observations_;
     int lastId_ = 0;

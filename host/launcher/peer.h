@@ -1,7 +1,7 @@
 /// A client of the launcher, and what is done with its socket directly.
 #pragma once
 
-#include "host/loop/unique_fd.h"
+#include "host/base/unique_fd.h"
 
 #include <string>
 #include <string_view>
@@ -11,6 +11,7 @@ namespace host {
 struct Peer {
     UniqueFd socket;      ///< non-blocking
     std::string address;  ///< numeric
+    int port;             ///< the listener's
 };
 
 /// Small packets at once, little buffered for a slow peer, and an error within 20 s when the peer has vanished.

@@ -7,7 +7,7 @@
 
 namespace host {
 
-Ports::Ports(EventLoop& loop, const LaunchOptions& options, Sessions& sessions)
+Ports::Ports(EventLoop& loop, const Options& options, Sessions& sessions)
     : loop_(loop), options_(options), sessions_(sessions) {}
 
 /// The raw ports first: none of them gives way, the telnet port may.
@@ -21,9 +21,9 @@ bool Ports::open() {
 
 bool Ports::openTelnet() {
     auto& telnet = listeners_.front();
-    telnet = openPort(0, options_.telnetPort);
-    const bool mayGiveWay = !telnet && options_.fallbackPort != LaunchOptions::noFallback;
-    if (mayGiveWay) telnet = openPort(0, options_.fallbackPort);
+    telnet = openPort(0, options_.telnetPort.value_or(Options::defaultTelnetPort));
+    const bool mayGiveWay = !telnet && options_.fallbackPort;
+    if (mayGiveWay) telnet = openPort(0, *options_.fallbackPort);
     if (mayGiveWay && !telnet) telnet = openPort(0, 0);
     if (mayGiveWay && telnet)
         std::fprintf(stderr, "launcher: listening on %s %d instead\n", options_.listen.c_str(), telnet->port());

@@ -1,12 +1,13 @@
 /// The device's four ports and the way from each to its sessions.
 #pragma once
 
-#include "host/launcher/console_port.h"
-#include "host/launcher/launch_options.h"
+#include "console/ports.h"
 #include "host/launcher/listener.h"
+#include "host/launcher/options.h"
 #include "host/launcher/sessions.h"
 
 #include <array>
+#include <iterator>
 #include <memory>
 #include <string>
 
@@ -14,7 +15,7 @@ namespace host {
 
 class Ports {
   public:
-    Ports(EventLoop& loop, const LaunchOptions& options, Sessions& sessions);
+    Ports(EventLoop& loop, const Options& options, Sessions& sessions);
 
     /// Opens all four; false with the failure on standard error when one cannot be opened and has no fallback.
     bool open();
@@ -35,9 +36,9 @@ class Ports {
     std::unique_ptr<Listener> openPort(std::size_t index, int port);
 
     EventLoop& loop_;
-    const LaunchOptions& options_;
+    const Options& options_;
     Sessions& sessions_;
-    std::array<std::unique_ptr<Listener>, consolePorts.size()> listeners_;
+    std::array<std::unique_ptr<Listener>, std::size(consolePorts)> listeners_;
     int failedPort_ = 0;
 };
 

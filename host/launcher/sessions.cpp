@@ -11,7 +11,7 @@ namespace host {
 
 using namespace std::chrono_literals;
 
-Sessions::Sessions(EventLoop& loop, const LaunchOptions& options)
+Sessions::Sessions(EventLoop& loop, const Options& options)
     : loop_(loop),
       options_(options),
       lingeringCloses_(loop),
@@ -27,11 +27,13 @@ void Sessions::admit(Peer peer, const ConsolePort& port) {
         std::perror("launcher: no console");
         return lingeringCloses_.close(std::move(peer.socket), "No console available.\r\n");
     }
+    const bool isTelnet = &port == &consolePorts[0];
     preparePeerSocket(peer.socket.get());
     // A session says that it is over from within its own handlers; it is forgotten when they have returned.
     const auto sweepSoon = [this] { sweep_.start(0ms); };
-    sessions_.emplace_back(loop_, std::move(peer), std::move(*console), port.kind, observers_, lingeringCloses_,
-                           std::chrono::seconds(options_.peerPatience), sweepSoon);
+    sessions_.emplace_back(loop_, std::move(peer), std::move(*console),
+                           isTelnet ? TelnetStream::Kind::negotiating : TelnetStream::Kind::raw, observers_,
+                           lingeringCloses_, std::chrono::seconds(options_.peerPatience), sweepSoon);
 }
 
 const char* Sessions::reasonToRefuse(const std::string& address) const {

@@ -1,10 +1,10 @@
 /// All sessions of the device: who is let in, and who is still there.
 #pragma once
 
-#include "host/launcher/console_port.h"
-#include "host/launcher/launch_options.h"
+#include "console/ports.h"
 #include "host/launcher/lingering_closes.h"
 #include "host/launcher/observers.h"
+#include "host/launcher/options.h"
 #include "host/launcher/session.h"
 #include "host/loop/event_loop.h"
 
@@ -15,7 +15,7 @@ namespace host {
 
 class Sessions {
   public:
-    Sessions(EventLoop& loop, const LaunchOptions& options);
+    Sessions(EventLoop& loop, const Options& options);
 
     /// Starts a console for the connection, or tells the peer in one line why there is none.
     void admit(Peer peer, const ConsolePort& port);
@@ -32,7 +32,7 @@ class Sessions {
     void sweep();
 
     EventLoop& loop_;
-    const LaunchOptions& options_;
+    const Options& options_;
     LingeringCloses lingeringCloses_;
     Observers observers_;
     std::list<Session> sessions_;

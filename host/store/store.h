@@ -38,6 +38,12 @@ class Store {
     /// Shows the leaf that `query` names to `reader`. Returns what that says; false when the store is out of reach.
     bool readLeaf(const char* query, const LeafReader& reader);
 
+    /// How the platform's queries answer: 1 when `convert` takes the leaf, else 0.
+    template <typename Value>
+    int readLeaf(const char* query, bool (*convert)(json_object* leaf, Value* value), Value* value) {
+        return readLeaf(query, [convert, value](json_object* leaf) { return convert(leaf, value); }) ? 1 : 0;
+    }
+
     /// The value that `query` names, a leaf or an object of all that stands below, inside the objects that lead to it.
     /// Null where nothing stands.
     Json readTree(const char* query);

@@ -1,8 +1,8 @@
 /// A program that the device runs and keeps running.
 #pragma once
 
+#include "host/base/unique_fd.h"
 #include "host/loop/event_loop.h"
-#include "host/loop/unique_fd.h"
 
 #include <chrono>
 #include <functional>

@@ -1,19 +1,20 @@
 /// Runs a whole device in the foreground.
+#include "host/base/device_process.h"
 #include "host/base/device_root.h"
 #include "host/base/factory_store.h"
 #include "host/base/note.h"
 #include "host/base/readiness.h"
 #include "host/base/start_program.h"
+#include "host/launcher/options.h"
 #include "host/loop/event_loop.h"
-#include "host/supervisor/options.h"
-#include "host/supervisor/programs.h"
 #include "host/supervisor/root_layout.h"
-#include "host/supervisor/root_lock.h"
 #include "host/supervisor/stores.h"
 #include "host/supervisor/supervisor.h"
 
+#include <cerrno>
 #include <csignal>
 #include <cstdio>
+#include <cstring>
 #include <filesystem>
 #include <string_view>
 #include <sys/prctl.h>
@@ -39,10 +40,11 @@ void warnIfExposed(const std::string& listen) {
 
 /// What this process gives on to all it starts: files for the owner alone, and a search path that ends with the
 /// stand-ins, so that nobody finds the machine's own reboot.
-void prepareEnvironment(const std::string& root) {
+void prepareEnvironment(std::string& root) {
     std::error_code error;
     const auto absolute = std::filesystem::absolute(root, error).lexically_normal();
-    setDeviceRoot(std::filesystem::weakly_canonical(absolute, error));
+    root = std::filesystem::weakly_canonical(absolute, error);
+    setDeviceRoot(root);
     setenv(readyDescriptorVariable, std::to_string(readyDescriptor).c_str(), 1);
     setenv("PATH", inRoot("sbin").c_str(), 1);
     umask(S_IRWXG | S_IRWXO);
@@ -50,9 +52,9 @@ void prepareEnvironment(const std::string& root) {
     prctl(PR_SET_CHILD_SUBREAPER, 1);  // of every process that outlives its own parent
 }
 
-Supervisor::Outcome run(DeviceOptions& options, const Programs& programs) {
+Supervisor::Outcome run(Options& options) {
     EventLoop loop;
-    Supervisor supervisor(loop, options, programs);
+    Supervisor supervisor(loop, options);
     const auto stop = [&supervisor] { supervisor.stop(Supervisor::Outcome::stopped); };
     SignalWatch onInterrupt(loop, SIGINT, stop), onTerminate(loop, SIGTERM, stop), onHangUp(loop, SIGHUP, stop);
     SignalWatch onRestart(loop, SIGUSR1, [&supervisor] { supervisor.stop(Supervisor::Outcome::restartWanted); });
@@ -65,11 +67,18 @@ Supervisor::Outcome run(DeviceOptions& options, const Programs& programs) {
 }
 
 /// Nothing of the last run can linger in a process that begins anew.
-void startAnew(const DeviceOptions& options) {
+void startAnew(const Options& options) {
     std::vector<std::string> words = options.arguments();
     words.insert(words.begin(), program_invocation_name);
     execv("/proc/self/exe", execWords(words).data());
     std::perror("device: restart");
+}
+
+UniqueFd lockRoot() {
+    UniqueFd lock = becomeDevice();
+    const char* reason = errno == EWOULDBLOCK ? "a device runs there already" : std::strerror(errno);
+    if (!lock) std::fprintf(stderr, "device: %s: %s\n", deviceRoot().c_str(), reason);
+    return lock;
 }
 
 bool prepareFactory() {
@@ -78,12 +87,11 @@ bool prepareFactory() {
     return false;
 }
 
-int runDevice(DeviceOptions& options) {
-    const Programs programs = Programs::find();
-    if (!makeRoot()) return 1;
-    const std::optional<RootLock> lock = RootLock::take();
-    if (!lock || !layOutRoot(programs) || !prepareStores() || !prepareFactory()) return 1;
-    const Supervisor::Outcome outcome = run(options, programs);
+int runDevice(Options& options) {
+    if (!makeRoot() || chdir(options.root.c_str()) != 0) return 1;
+    const UniqueFd lock = lockRoot();
+    if (!lock || !layOutRoot() || !prepareStores() || !prepareFactory()) return 1;
+    const Supervisor::Outcome outcome = run(options);
     if (outcome == Supervisor::Outcome::restartWanted) startAnew(options);
     return outcome == Supervisor::Outcome::stopped ? 0 : 1;
 }
@@ -93,9 +101,10 @@ int runDevice(DeviceOptions& options) {
 
 int main(int argc, char** argv) {
     host::holdSignals(SIG_BLOCK);
-    host::DeviceOptions options;
-    if (const std::optional<int> status = options.read(argc, argv)) return *status;
-    host::warnIfExposed(options.launch.listen);
+    host::Options options;
+    if (const std::optional<int> status = options.read(argc, argv, "runs a device until Ctrl-C or SIGTERM"))
+        return *status;
+    host::warnIfExposed(options.listen);
     if (options.panelPort != 0) host::warnIfExposed(options.panelAddress());
     host::prepareEnvironment(options.root);
     return host::runDevice(options);

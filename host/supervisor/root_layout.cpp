@@ -1,11 +1,11 @@
 #include "host/supervisor/root_layout.h"
 
+#include "console/ports.h"
 #include "host/base/device_process.h"
 #include "host/base/device_root.h"
 #include "host/base/log_levels.h"
 #include "host/bus/bus_names.h"
 #include "host/bus/call_log.h"
-#include "host/launcher/console_port.h"
 #include "host/store/store.h"
 
 #include <cerrno>
@@ -67,19 +67,24 @@ bool makeRoot() {
     return report(root, error);
 }
 
-bool layOutRoot(const Programs& programs) {
+bool layOutRoot() {
     std::error_code error;
     for (const char* folder : folders) {
         fs::create_directories(inRoot(folder), error);
         if (!report(inRoot(folder), error)) return false;
     }
     for (const ConsolePort& port : consolePorts)
-        if (!link(programs.console, deviceRoot() + port.programName)) return false;
+        if (!link(programPath("cmdd"), deviceRoot() + port.programName)) return false;
     for (const char* name : standIns)
-        if (!link(programs.standIn, inRoot(name))) return false;
+        if (!link(programPath("stand_in"), inRoot(name))) return false;
     if (!prepareLog()) return report(inRoot("log"), lastError());
     fs::remove(callLogPath(), error);
     return report(callLogPath(), error);
+}
+
+std::string programPath(const char* name) {
+    std::error_code error;
+    return fs::read_symlink("/proc/self/exe", error).replace_filename(name);
 }
 
 }  // namespace host

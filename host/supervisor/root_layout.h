@@ -1,7 +1,7 @@
 /// The folders and links of a device root.
 #pragma once
 
-#include "host/supervisor/programs.h"
+#include <string>
 
 namespace host {
 
@@ -9,8 +9,11 @@ namespace host {
 /// also for a folder that holds something else.
 bool makeRoot();
 
-/// Makes the folders of the root and the links to `programs`, and begins the run's logs. False with the reason on
+/// Makes the folders of the root and the links to the programs, and begins the run's logs. False with the reason on
 /// standard error.
-bool layOutRoot(const Programs& programs);
+bool layOutRoot();
+
+/// The path of a program of the device, which stands in the same folder as this one.
+std::string programPath(const char* name);
 
 }  // namespace host

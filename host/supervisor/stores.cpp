@@ -2,6 +2,7 @@
 
 #include "host/base/json.h"
 #include "host/base/note.h"
+#include "host/daemons/leaf_value.h"
 #include "host/store/defaults.h"
 #include "host/store/preparation.h"
 #include "host/store/store.h"
@@ -14,10 +15,6 @@
 
 namespace host {
 namespace {
-
-using namespace std::chrono_literals;
-
-constexpr auto checkpointTime = 5s;
 
 double secondsSinceEpoch() {
     return std::chrono::duration<double>(std::chrono::system_clock::now().time_since_epoch()).count();
@@ -42,11 +39,7 @@ bool prepareStores() {
     return false;
 }
 
-int storedTelnetPort(int fallback) {
-    int port = fallback;
-    user_config_query_int(R"({"network":{"telnet":{"telnetPort":0}}})", &port);
-    return port;
-}
+int storedTelnetPort(int fallback) { return settingNumber("network.telnet.telnetPort").value_or(fallback); }
 
 void storeTelnetPort(int port) {
     if (port == storedTelnetPort(0)) return;
@@ -54,12 +47,9 @@ void storeTelnetPort(int port) {
     if (user_config_update(document.c_str()) != 0) report("the telnet port cannot be stored");
 }
 
-Checkpoints::Checkpoints(EventLoop& loop) : timer_(loop, [this] { makeThem(); }) { makeThem(); }
-
-void Checkpoints::makeThem() {
+void checkpointStores() {
     settingsStore().checkpoint();
     statusStore().checkpoint();
-    timer_.start(checkpointTime);
 }
 
 }  // namespace host

@@ -1,8 +1,6 @@
 /// What the device does with its stores itself: their start, the telnet port in them, their checkpoints.
 #pragma once
 
-#include "host/loop/event_loop.h"
-
 namespace host {
 
 /// Makes the settings store ready and the status store new, before any other process uses them. False with the reason
@@ -15,15 +13,7 @@ int storedTelnetPort(int fallback);
 /// Stores the port, if it is another one than the stored.
 void storeTelnetPort(int port);
 
-/// Keeps the stores' write-ahead logs small while the device runs.
-class Checkpoints {
-  public:
-    explicit Checkpoints(EventLoop& loop);
-
-  private:
-    void makeThem();
-
-    Timer timer_;
-};
+/// Keeps the stores' write-ahead logs small; for every few seconds.
+void checkpointStores();
 
 }  // namespace host

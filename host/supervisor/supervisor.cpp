@@ -4,9 +4,11 @@
 #include "host/base/note.h"
 #include "host/base/readiness.h"
 #include "host/base/start_port.h"
-#include "host/bus/bus_config.h"
+#include "host/bus/bus_daemon.h"
 #include "host/bus/bus_names.h"
 #include "host/daemons/daemons.h"
+#include "host/supervisor/root_layout.h"
+#include "host/supervisor/stores.h"
 
 #include <algorithm>
 #include <csignal>
@@ -30,14 +32,10 @@ using Command = Child::Command;
 enum { noRank, busRank, daemonRank, launcherRank };
 
 constexpr auto readyLimit = 30s;
+constexpr auto checkpointTime = 5s;
 
 /// From SIGTERM to SIGKILL; the launcher ends stubborn consoles in less.
 constexpr auto endLimit = 3s;
-
-Command busCommand() {
-    return {"/usr/bin/dbus-daemon", "--nofork", "--nopidfile", "--config-file=" + writeBusConfig(),
-            "--print-address=" + std::to_string(readyDescriptor)};
-}
 
 /// What the bus says is for those who look for a fault in it.
 UniqueFd openBusOutput() {
@@ -60,32 +58,33 @@ void endOrphans() {
 
 }  // namespace
 
-Supervisor::Supervisor(EventLoop& loop, const DeviceOptions& options, const Programs& programs)
+Supervisor::Supervisor(EventLoop& loop, const Options& options)
     : loop_(loop),
       options_(options),
       busOutput_(openBusOutput()),
       childWatch_(loop, SIGCHLD, [this] { reap(); }),
       deadline_(loop, [this] { onDeadline(); }),
-      checkpoints_(loop) {
+      checkpoint_(loop, [this] { checkpoint(); }) {
+    checkpoint();
     add({.name = "dbus-daemon",
          .rank = busRank,
          .output = busOutput_.get(),
-         .command = busCommand,
+         .command = [] { return busCommand(readyDescriptor); },
          .onReady = [this](const std::string&) { onBusReady(); }});
     for (const DaemonKind& kind : daemonKinds()) {
         add({.name = kind.name,
              .rank = daemonRank,
              .command =
-                 [programs, kind] {
-                     return Command{programs.daemon, kind.name};
+                 [kind] {
+                     return Command{programPath("device_daemon"), kind.name};
                  },
              .onReady = [this](const std::string&) { announceIfReady(); }});
     }
     add({.name = "telnet_launcher",
          .rank = launcherRank,
-         .command = [this, programs] { return launcherCommand(programs.launcher); },
+         .command = [this] { return launcherCommand(); },
          .onReady = [this](const std::string& address) { onLauncherReady(address); }});
-    if (options.panelPort != 0) addPanel(programs.panel);
+    if (options.panelPort != 0) addPanel();
 }
 
 void Supervisor::add(Child::Plan plan) {
@@ -94,13 +93,13 @@ void Supervisor::add(Child::Plan plan) {
 }
 
 /// A client of the launcher, with which it ends.
-void Supervisor::addPanel(const std::string& program) {
+void Supervisor::addPanel() {
     add({.name = "panel",
          .rank = launcherRank,
          .command =
-             [this, program] {
-                 return Command{program, options_.panelAddress(), std::to_string(options_.panelPort),
-                                options_.launch.listen};
+             [this] {
+                 return Command{programPath("panel"), options_.panelAddress(), std::to_string(options_.panelPort),
+                                options_.listen};
              },
          .onReady =
              [this](const std::string& line) {
@@ -109,14 +108,15 @@ void Supervisor::addPanel(const std::string& program) {
              }});
 }
 
-Command Supervisor::launcherCommand(const std::string& program) const {
-    LaunchOptions launch = options_.launch;
-    if (!options_.isTelnetPortGiven) launch.telnetPort = storedTelnetPort(launch.telnetPort);
-    Command command = launch.arguments();
-    command.insert(command.begin(), program);
-    // A stored port may be one that cannot be had; the device comes up all the same.
-    if (!options_.isTelnetPortGiven)
-        command.insert(command.end(), {"--fallback-port", std::to_string(readStartPorts().last)});
+Command Supervisor::launcherCommand() const {
+    Options options = options_;
+    if (!options.telnetPort) {
+        options.telnetPort = storedTelnetPort(Options::defaultTelnetPort);
+        // A stored port may be one that cannot be had; the device comes up all the same.
+        options.fallbackPort = readStartPorts().last;
+    }
+    Command command = options.arguments();
+    command.insert(command.begin(), programPath("telnet_launcher"));
     return command;
 }
 
@@ -146,17 +146,17 @@ void Supervisor::onLauncherReady(const std::string& address) {
     std::string listen;
     int telnetPort = 0;
     words >> listen >> telnetPort;
-    for (int& port : options_.launch.rawPorts) words >> port;
+    for (int& port : options_.rawPorts) words >> port;
     rememberStart(telnetPort);
     readyLine_ = "ready: telnet " + listen + " " + std::to_string(telnetPort) + " raw";
-    for (const int port : options_.launch.rawPorts) readyLine_.append(" ").append(std::to_string(port));
+    for (const int port : options_.rawPorts) readyLine_.append(" ").append(std::to_string(port));
     announceIfReady();
 }
 
 /// A port that was given is a setting from now on. One that was only listened on instead of the stored is none.
 void Supervisor::rememberStart(int telnetPort) {
     StartPorts ports = readStartPorts();
-    if (std::exchange(options_.isTelnetPortGiven, false)) {
+    if (std::exchange(options_.telnetPort, std::nullopt)) {
         storeTelnetPort(telnetPort);
         ports.given = telnetPort;
     }
@@ -172,6 +172,11 @@ void Supervisor::announceIfReady() {
     std::puts(readyLine_.c_str());
     if (!panelLine_.empty()) std::puts(panelLine_.c_str());
     std::fflush(stdout);
+}
+
+void Supervisor::checkpoint() {
+    checkpointStores();
+    checkpoint_.start(checkpointTime);
 }
 
 void Supervisor::reap() {

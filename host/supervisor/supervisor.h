@@ -1,12 +1,10 @@
 /// The whole device: its bus, its daemons and its launcher, from the start to the end.
 #pragma once
 
+#include "host/base/unique_fd.h"
+#include "host/launcher/options.h"
 #include "host/loop/event_loop.h"
-#include "host/loop/unique_fd.h"
 #include "host/supervisor/child.h"
-#include "host/supervisor/options.h"
-#include "host/supervisor/programs.h"
-#include "host/supervisor/stores.h"
 
 #include <list>
 #include <optional>
@@ -19,7 +17,7 @@ class Supervisor {
     /// How a run has ended.
     enum class Outcome { stopped, failed, restartWanted };
 
-    Supervisor(EventLoop& loop, const DeviceOptions& options, const Programs& programs);
+    Supervisor(EventLoop& loop, const Options& options);
     Supervisor(const Supervisor&) = delete;
     Supervisor& operator=(const Supervisor&) = delete;
 
@@ -33,13 +31,13 @@ class Supervisor {
     Outcome outcome() const { return outcome_.value_or(Outcome::failed); }
 
     /// The options with which the device starts again on the ports that it has now.
-    const DeviceOptions& options() const { return options_; }
+    const Options& options() const { return options_; }
 
   private:
     void add(Child::Plan plan);
     Child& bus() { return children_.front(); }
-    void addPanel(const std::string& program);
-    Child::Command launcherCommand(const std::string& program) const;
+    void addPanel();
+    Child::Command launcherCommand() const;
 
     void startChild(Child& child);
     void onBusReady();
@@ -47,6 +45,7 @@ class Supervisor {
     void rememberStart(int telnetPort);
     void announceIfReady();
 
+    void checkpoint();
     void reap();
     void onEnded(Child& child, int status);
     void proceedStopping();
@@ -55,7 +54,7 @@ class Supervisor {
     void onDeadline();
 
     EventLoop& loop_;
-    DeviceOptions options_;
+    Options options_;
     UniqueFd busOutput_;
     std::list<Child> children_;  ///< the bus first
     std::string readyLine_;
@@ -65,7 +64,7 @@ class Supervisor {
     int endingRank_ = -1;  ///< of the children that were asked to end last
     SignalWatch childWatch_;
     Timer deadline_;
-    Checkpoints checkpoints_;
+    Timer checkpoint_;
 };
 
 }  // namespace host

@@ -8,5 +8,5 @@ rack=$!
 trap 'kill "$rack"' EXIT
 read -r -t 60 line <&"$output"
 [ "$line" = "ready: 2 devices, from 127.0.0.2 to 127.0.0.3" ]
-build/release/host/devicectl/devicectl --root .rack/127.0.0.3 config set '{"control":{"ledMode":true}}'
+build/release/bin/devicectl --root .rack/127.0.0.3 config set '{"control":{"ledMode":true}}'
 [ "$(tools/rack each config get '{"control":{"ledMode":true}}' | sort)" = $'127.0.0.2  false\n127.0.0.3  true' ]

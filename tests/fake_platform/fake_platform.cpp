@@ -2,7 +2,6 @@
 
 #include "host/base/json.h"
 #include "host/store/document.h"
-#include "host/store/typed_leaf.h"
 #include "platform/event_bus.h"
 #include "platform/factory_data.h"
 #include "platform/json_token.h"

@@ -17,7 +17,7 @@ class PanelledDevice(Device):
         assert self.process.stdout.readline() == f"panel: {self.url}\n"
 
     def panel(self):
-        return self.child("panel/panel")
+        return self.child("bin/panel")
 
     def ask(self, method, path, body=None, **headers):
         """The status of an answer; "_" in a header's name stands for "-"."""

@@ -10,4 +10,9 @@ Service makeIntermcud(Daemon& daemon) {
     return nullptr;
 }
 
+Service makeKxcmdd(Daemon& daemon) {
+    offerState(daemon, "receiveFromUartString", "kx.lastText");
+    return nullptr;
+}
+
 }  // namespace host
