@@ -1,4 +1,4 @@
-/// Names of events that more than one part of the program publishes or hears.
+/// Names of events that more than one part of the program publishes or subscribes to.
 #pragma once
 
 /// A text that every console shows as it is.

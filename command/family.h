@@ -1,5 +1,5 @@
 /// What commands of a kind share: how a typed line is carried out, what their leaf holds, what they accept, and how a
-/// changed value is shown. A row of the command table names one family and nothing else of that.
+/// changed value is shown. A row of the command table names one family.
 #pragma once
 
 #include "command/command.h"
@@ -24,7 +24,7 @@ struct Range {
     constexpr bool holds(int value) const { return value >= first && value <= last; }
 };
 
-/// One accepted word. What is left null is as typed.
+/// One accepted word. A null member means: as typed.
 struct Word {
     const char* typed;
     const char* stored = nullptr;              ///< of a truth value "true" or "false"
@@ -35,7 +35,7 @@ struct Word {
     constexpr const char* confirmedForm() const { return confirmed != nullptr ? confirmed : typed; }
 };
 
-/// A question that is asked before a change: true lets it through.
+/// Whether a change is allowed at the moment.
 using Gate = bool (*)();
 
 inline bool isOpen(Gate gate) { return gate == nullptr || gate(); }

@@ -33,7 +33,7 @@ bool subscribeAll(eventbus* bus, std::span<const BusSubscription> subscriptions)
     return true;
 }
 
-/// Waits without a limit; an interruption counts as input, which is then found missing.
+/// Waits without a limit; an interruption counts as input: the read then finds none.
 bool waitForEvents(eventbus* bus) {
     pollfd input{eventbus_fileno(bus), POLLIN, 0};
     return poll(&input, 1, -1) >= 0 || errno == EINTR;

@@ -11,7 +11,7 @@ namespace {
 
 constexpr char readyLeaf[] = R"({"system":{"slaveMcu":{"isReady":%s}}})";
 
-/// No template is nearly as long, so that a text which was cut matches none.
+/// Far longer than any template, so that a text that was cut matches none.
 using MatchText = FixedText<512>;
 
 void open(MatchText& text, const char* key) {
@@ -37,7 +37,7 @@ void showLeaf(MatchText& text, json_object* leaf, ChangeTurn& turn) {
     }
 }
 
-/// `text` is the match text up to the object; below, it grows and shrinks with the depth.
+/// `text` is the match text up to the object; each level appends to it and cuts it back.
 void walkObject(json_object* node, MatchText& text, ChangeTurn& turn) {
     const std::size_t size = text.size();
     json_object_object_foreach(node, key, value) {

@@ -9,7 +9,7 @@
 /// Marks of a row, above the compare length in its flags.
 enum CommandMark : unsigned {
     plainRow = 0,
-    markedRow = 0x100,     ///< carried for the device's other tools; nothing here asks for it
+    markedRow = 0x100,     ///< for the device's other tools; this program does not read it
     unlistedRow = 0x10000  ///< "help <name>" prints nothing: one index of an indexed command
 };
 

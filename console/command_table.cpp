@@ -28,10 +28,10 @@ namespace {
 // The action of a group row: its word with a missing or wrong index ("HDCPSet3 on", "EQ on") is refused by its family.
 void rejectGroup(const Command& command) { reject(command); }
 
-// The line reader keeps RS232zone to itself.
+// RS232zone is handled by the line reader.
 void doNothing(const Command& /*command*/) {}
 
-// What a row's family needs to know, where it is more than a number.
+// The families' parameters that are more than a number.
 
 constexpr SerialPort unitPort{"interface1"};
 constexpr SerialPort receiverPort{"interface2"};
@@ -96,7 +96,8 @@ constexpr char lockLeaf[] = R"({"system":{"key":{"lock":%s}}})";
 constexpr char cecLeaf[] = R"({"control":{"displayControl":{"output1":{"triger":{"cec":"%s"}}}}})";
 
 // The first row that fits a line or a leaf is taken, so the order is part of the design: a name stands before its own
-// beginnings, and a row that only lends its template to the listener behind the one that is typed.
+// beginnings, and a row that is there only for its template, which the listener prints by, behind the row that is
+// typed.
 constexpr CommandEntry rows[] = {
     // Help and report
     {"help", "Help   Help, Show command list. Help X, X = any command, Description command that designation.", "",
@@ -390,7 +391,7 @@ consteval auto chainRows() {
 constexpr auto nextOfKey = chainRows();
 
 /// True when no leaf has another's first key further inside, where a text that begins with it would be found as well.
-/// Each key is looked for once: the steps of a compiler are counted.
+/// Each key is looked for once, because compilers limit the steps of a constant expression.
 consteval bool firstKeysStandFirst() {
     std::array<bool, std::size(rows) + 1> isLater{};
     for (std::size_t row = 0; row < std::size(rows); ++row) {

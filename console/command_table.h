@@ -1,4 +1,4 @@
-/// The console's vocabulary: every command is one row, and the first row that fits a line takes it.
+/// The command table: every command is one row, and the first row that fits a line takes it.
 #pragma once
 
 #include "console/command_entry.h"

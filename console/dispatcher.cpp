@@ -11,6 +11,6 @@ void dispatchCommand(const char* line) {
     if (entry == nullptr) return reject(start);
     const char* argument = skipSpaces(start + entry->compareLength());
     const bool broadcast = isBroadcastOn();
-    if (!equals(argument, "sta")) awaitListener();  // a question changes nothing that would have to be shown
+    if (!equals(argument, "sta")) awaitListener();  // a query changes nothing, so that no event has to be shown
     entry->family.action({start, entry->name, argument, broadcast, entry->leaf, entry->family});
 }

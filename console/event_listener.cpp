@@ -28,7 +28,7 @@ char systemCategory[] = "system";
 
 SessionContext* session = nullptr;
 
-/// A changed time-out reaches the idle clock at once, whoever may see the change.
+/// A changed time-out is set on the idle clock at once, whether the change is printed or not.
 void followTimeout(json_token* changes) {
     const int seconds = json_token_object_walk_get_int(changes, "network.telnet.tcpipTimeout", -1);
     if (seconds >= 0) session->idle.change(static_cast<std::uint32_t>(seconds));
@@ -39,7 +39,7 @@ void readTimeout() {
     if (seconds) session->idle.change(static_cast<std::uint32_t>(*seconds));
 }
 
-/// A reset tells of no single leaf, but that all of them may be others: the count begins anew with what is stored.
+/// The event of a reset names no leaf; any may have changed. The clock is restarted with the stored time-out.
 void followReset(const char* payload) {
     if (!equals(payload, R"({"network":{}})")) return;
     readTimeout();
@@ -119,7 +119,7 @@ void endStart() {
     startIsOver.notify();
 }
 
-/// The idle thread may have read a time-out that was changed before its event could be heard.
+/// The idle thread may have read the time-out before a change whose event came before this subscription.
 void onSubscribed() {
     endStart();
     readTimeout();

@@ -5,8 +5,8 @@
 
 namespace {
 
-// The published vocabulary. It differs from the table ("Statusx", "AutoDispOn", no factory rows; oddity 4) and is not
-// made from it.
+// The published list of commands. It differs from the table ("Statusx", "AutoDispOn", no factory rows; oddity 4) and is
+// not made from it.
 constexpr const char* operatorList[] = {
     "Blink",    "CommaWait", "DispBtn", "HDMIAUD", "help",     "InputStatus", "IPCFG",     "IPDHCP",
     "IPStatic", "Lock",      "LRAUD",   "Mreset",  "RelayAct", "RHostName",   "RS232zone", "SHostName",
@@ -36,7 +36,7 @@ void printLists(const char* line) {
     if (equals(line, "techelp")) printList(technicianList);
 }
 
-/// A name with anything behind it finds its row, and then prints nothing.
+/// A name with more text behind it finds its row but prints nothing.
 void printHelpText(const CommandEntry& entry, const char* name) {
     if (entry.hasOwnHelp() && std::strlen(name) == entry.compareLength()) printLine(entry.helpText);
 }

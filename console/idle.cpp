@@ -17,7 +17,7 @@ void waitOneSecond() {
 
 void endProcess() { kill(getpid(), SIGKILL); }
 
-/// Runs a clock: an unreadable time-out leaves it as it is, which is as good as never.
+/// Runs a clock. With an unreadable time-out it stays at its initial value, which means never.
 [[noreturn]] void runClock(IdleClock& clock, void (IdleClock::*start)(std::uint32_t), bool (IdleClock::*tick)()) {
     const std::optional<int> timeout = readInteger(timeoutLeaf);
     if (timeout) (clock.*start)(static_cast<std::uint32_t>(*timeout));

@@ -19,14 +19,14 @@ bool waitForInput() {
     return select(STDIN_FILENO + 1, &input, nullptr, nullptr, &limit) > 0;
 }
 
-/// Takes one byte. False when there was none: the connection is gone and the hang-up not yet here.
+/// Takes one byte. False when there was none: the connection is gone, but SIGHUP has not arrived yet.
 bool readByte(LineReader& reader) {
     char byte;
     if (read(STDIN_FILENO, &byte, 1) == 1) {
         reader.take(byte);
         return true;
     }
-    usleep(pollingTime);  // it reads as ready all the while: no spinning
+    usleep(pollingTime);  // the descriptor stays readable; without a pause this would spin
     return false;
 }
 

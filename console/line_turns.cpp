@@ -9,7 +9,7 @@ constexpr std::uint32_t typingPause = 30;
 constexpr std::uint32_t longestLine = 300;
 constexpr std::uint32_t patienceForChange = 300;
 
-/// Wraps: only differences mean something. The coarse clock is exact enough and cheap enough for every byte.
+/// Wraps around: only differences are meaningful. The coarse clock is cheap enough to be read for every byte.
 std::uint32_t millisecondsNow() {
     timespec now;
     clock_gettime(CLOCK_MONOTONIC_COARSE, &now);
@@ -22,7 +22,7 @@ void LineTurns::beginLine() {
     const MutexLock lock(mutex_);
     lineWaits_ = true;
     while (isChangeDue() && changed_.wait(mutex_, patienceForChange)) continue;
-    // A change that takes longer, because its printer waits for a daemon, is waited for no more.
+    // No longer wait: a printer may itself be waiting for a daemon.
     changeIsNext_ = changeIsShown_ = lineWaits_ = false;
     lineArrives_ = true;
     lineStart_ = millisecondsNow();
@@ -53,7 +53,7 @@ void LineTurns::endChange() {
 }
 
 std::uint32_t LineTurns::timeLeftForLine() const {
-    if (lineWaits_ && !changeIsNext_) return typingPause;  // it is about to begin
+    if (lineWaits_ && !changeIsNext_) return typingPause;  // the change is about to be shown
     if (!lineArrives_) return 0;
     const std::uint32_t now = millisecondsNow();
     const std::uint32_t age = now - lastByte_;

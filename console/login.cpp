@@ -108,7 +108,7 @@ int loginReadInput(char* buffer, std::size_t size, int quietTime) {
         length = read(STDIN_FILENO, buffer, size - 1);
         if (length < 0) length = 0;
         buffer[length] = '\0';
-        if (length == 0) usleep(30'000);  // a lost connection reads as ready all the while: no spinning
+        if (length == 0) usleep(30'000);  // a lost connection stays readable; without a pause this would spin
     }
     return static_cast<int>(length);
 }

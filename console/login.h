@@ -1,4 +1,4 @@
-/// The login dialogue's steps. The entry routine starts no dialogue; a login-mode session is built from these.
+/// The login dialogue's steps. The entry routine does not start it; a session in login mode would be built from these.
 #pragma once
 
 #include <cstddef>
@@ -17,5 +17,5 @@ bool loginIsLocked(const char* clientId);
 /// cannot be read. Each user name counts as an attempt.
 int loginStep(LoginState& state, int& attempts, const char* input);
 
-/// Tells the lockout service how a login ended. False when the client is not known or the service did not take it.
+/// Reports to the lockout service how a login ended. False when the client is not known or the call fails.
 bool loginReport(bool success);

@@ -39,7 +39,7 @@ class THREAD_ANNOTATION(scoped_lockable) MutexLock {
     Mutex& mutex_;
 };
 
-/// Something that another thread may bring about. Setting the clock does not change how long it is waited for.
+/// A condition variable. Setting the clock does not change how long it waits.
 class Condition {
   public:
     Condition() noexcept {
@@ -54,7 +54,7 @@ class Condition {
 
     void notify() { pthread_cond_signal(&condition_); }
 
-    /// Gives the mutex back while it waits. False when the time is over.
+    /// Releases the mutex while it waits. False when the time is over.
     bool wait(Mutex& mutex, long milliseconds) REQUIRES(mutex) {
         timespec end;
         clock_gettime(CLOCK_MONOTONIC, &end);

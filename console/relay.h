@@ -6,8 +6,8 @@
 /// The time during which a relay cannot be offered. It is reported once, however often the bus is asked meanwhile.
 class RelayOutage {
   public:
-    /// Reports the failed call on standard error, unless this outage has been reported already. A name that is taken
-    /// is none: a former session, or another one on the same port, offers the relay. Returns -1.
+    /// Reports the failed call on standard error, unless this outage has been reported already. A name that is
+    /// taken is no outage: another session on the same port, or one that is about to end, offers the relay. Returns -1.
     int report(const char* call);
 
     void end() { isReported_ = false; }

@@ -9,7 +9,7 @@ namespace {
 constexpr int debugSignal = 12;
 constexpr char debugLine[] = "\x1b[1;31;36m[sighandler][644] ffffffffffff \x1b[0m \n";
 
-/// Nothing that a signal handler may not call.
+/// Calls only what a signal handler may call.
 void writeDebugLine() {
     const int error = errno;
     if (write(STDERR_FILENO, debugLine, sizeof debugLine - 1) < 0) errno = error;

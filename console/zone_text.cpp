@@ -15,11 +15,10 @@ constexpr std::size_t longestBracketText = 80;
 using HexText = FixedText<256>;
 using Reply = FixedText<300>;
 
-/// Past the standard output stream, in one piece.
+/// Written directly to the descriptor, in one write.
 void writeReply(const Reply& reply) {
     std::fflush(stdout);
-    if (write(STDOUT_FILENO, reply.c_str(), reply.size()) < 0)
-        return;  // the peer is gone; the hang-up ends the session
+    if (write(STDOUT_FILENO, reply.c_str(), reply.size()) < 0) return;  // the client is gone; SIGHUP ends the session
 }
 
 /// The brackets follow the word at once: with a space in between the text is refused (oddity 6).

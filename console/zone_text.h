@@ -3,7 +3,7 @@
 
 #include "text/fixed_text.h"
 
-/// The command's word. It never reaches the dispatcher.
+/// The command's word. The line reader handles the command; the dispatcher never sees it.
 inline constexpr char zoneWord[] = "RS232zone";
 
 class ZoneText {

@@ -13,7 +13,7 @@ enum { LOG_CATEGORY_CONSOLE = 0, LOG_CATEGORY_COUNT = 1 };
 enum { LOG_LEVEL_ERROR = 5, LOG_LEVEL_TRACE = 8 };
 
 /// For each category the highest level that is written now; 0 writes nothing. The device changes it while programs
-/// run, so it is read before every line and never kept.
+/// run, so it is read anew before every line.
 extern const volatile int* __logLevels;
 
 /// Writes one line. `format` is a printf format. From any thread.

@@ -10,7 +10,7 @@
 namespace {
 
 constexpr int longestWait = 10'000;  // milliseconds
-constexpr useconds_t pause = 1'000;  // microseconds between two tries, since the kernel knows no wait with a limit
+constexpr useconds_t pause = 1'000;  // microseconds between two tries, because flock() has no time limit
 
 std::int64_t millisecondsNow() {
     timespec now;

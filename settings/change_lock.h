@@ -1,9 +1,9 @@
-/// A change that depends on what is stored, as one step among all consoles of the device.
+/// Makes a change that depends on what is stored atomic among all consoles of the device.
 #pragma once
 
 /// While one console holds it, no other does: what is read under it is still stored when it is written. It is a lock on
-/// the program's own file, which every console has open anyway and which the kernel takes from a holder that dies.
-/// Replies are printed after it is released, because a console must not wait for the person at another one.
+/// the program's own file, which every console has open anyway; the kernel releases it when its holder dies.
+/// Replies are printed after it is released, because one console must not wait until another one's client reads.
 class ChangeLock {
   public:
     /// Waits for it, ten seconds at the most.

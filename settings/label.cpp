@@ -9,7 +9,7 @@ namespace {
 
 using Label = FixedText<256>;
 
-/// The carried text with its percent signs settled: "%%" is one, and a conversion, having no argument, is nothing.
+/// The text as printf() would print it without arguments: "%%" is one "%", and a conversion is left out.
 Label settlePercentSigns(const char* carried) {
     Label text;
     for (; *carried != '\0'; ++carried) {

@@ -3,7 +3,7 @@
 
 #include "command/family.h"
 
-/// A text in brackets up to the first "]", cut to the family's range without a word.
+/// A text in brackets up to the first "]", cut to the family's range silently.
 void setLabel(const Command& command);
 
 /// "name[label]", the label travelling as blank-separated hexadecimal character codes ("48 69" is Hi). "%%" in it is a

@@ -16,7 +16,7 @@ struct SerialPort {
 };
 
 /// "[baudrate,databit,parity,stopbit]" or "sta". The line is confirmed before anything is written, when broadcast is
-/// off; the interface is left alone for 200 ms before the change.
+/// off; the change is made 200 ms later.
 void setSerialPort(const Command& command, const SerialPort& port);
 
 /// Prints the "sta" line from the store, whichever value changed.

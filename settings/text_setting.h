@@ -1,4 +1,4 @@
-/// Settings that store a text as it was typed. Those without "sta" say so by their family alone.
+/// Settings that store a text as it was typed.
 #pragma once
 
 #include "command/family.h"
@@ -6,7 +6,7 @@
 /// A dotted address in any form that the standard parser takes, or "sta".
 void setAddress(const Command& command);
 
-/// Any text but the empty one; more than the family's range is cut off without a word. There is no "sta".
+/// Any text but the empty one; more than the family's range is cut off silently. There is no "sta".
 void setCutText(const Command& command);
 
 /// Any text of a length within the family's range. There is no "sta".

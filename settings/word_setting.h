@@ -7,7 +7,7 @@
 /// text that belongs to none), or not at all, so that "sta" is no word of the row.
 enum class WordStatus { asStored, asTyped, none };
 
-/// Where a list of words departs from the rule.
+/// What differs from the usual in a list of words.
 struct WordRules {
     WordStatus status = WordStatus::asStored;
     bool isConfirmedInBrackets = false;

@@ -18,7 +18,7 @@ void publishChange(const Document& document, const char* failureText = nullptr);
 /// Reports a refused write as perror("user_config_update") instead of in the log.
 void perrorWriteFailure();
 
-/// Where a row departs from the rule on its way through the write path.
+/// What differs from the usual when a row's value is written.
 struct WriteRules {
     void (*reportWriteFailure)() = logWriteFailure;
     const char* publishFailureText = nullptr;  ///< null: the branch's own

@@ -112,14 +112,14 @@ void listUsers() {
     printLine(" -");
 }
 
-/// What came of a change of the accounts.
+/// The result of a change of the accounts.
 enum class Outcome {
     made,
     refused,
-    failed,  ///< and it has been reported where failures are
+    failed,  ///< and reported
 };
 
-/// An order to the system service, which has it when the call stands here; `error` is the errno of one that has not.
+/// A call that was sent to the system service; `error` is the errno of one that could not be sent.
 struct SshOrder {
     OwnedCompletion call;
     int error = 0;
@@ -138,7 +138,7 @@ SshOrder orderSshUser(json_token* account) {
     return {OwnedCompletion(call), result == 0 ? 0 : errno};
 }
 
-/// Tells the operator what came of the order. The account stays in any case.
+/// Prints the result of the call. The account stays in any case.
 void reportSshUser(const Command& command, const SshOrder& order) {
     if (order.error != 0) return reportCallFailure(order.error);
     lpc_completion* call = order.call.get();
@@ -148,7 +148,8 @@ void reportSshUser(const Command& command, const SshOrder& order) {
     printLine("TCP/IP user was added");
 }
 
-/// An account document without accounts: an empty array, because a document without one would delete nobody.
+/// An account document without accounts: an empty array, because a document without one would leave the accounts as
+/// they are.
 OwnedToken makeAccounts() {
     OwnedToken accounts(json_token_new_object());
     if (accounts)
@@ -171,8 +172,8 @@ bool copyOthers(json_token* from, json_token* to, const char* name) {
     return copied < position;
 }
 
-/// Adds an account as one step among all consoles. The order to the system service is part of it, so that the SSH users
-/// change in the same order as the accounts; its answer is not.
+/// Adds an account as one step among all consoles. The call to the system service is made within it, so that the SSH
+/// users change in the same order as the accounts; its answer is awaited later.
 Outcome addAccount(const char* typed, SshOrder& order) {
     const ChangeLock lock;
     if (!lock) return Outcome::refused;

@@ -1,4 +1,4 @@
-/// What production wrote into the device, and the commands with which it does: a row's leaf is the key of its text.
+/// Factory data and the commands with which production writes it. A row's leaf is the key of its text.
 #pragma once
 
 #include "command/family.h"
@@ -11,8 +11,8 @@ OwnedText readFactoryText(const char* key);
 /// false with errno set when the line does not fit or the tool fails.
 bool writeFactoryText(const char* key, const char* value);
 
-/// SQrnMac aa-bb-cc-dd-ee-ff: writes the MAC address, shows what was written and tells the status store. The address
-/// is kept with colons and shown with dashes.
+/// SQrnMac aa-bb-cc-dd-ee-ff: writes the MAC address, shows what was written and puts it into the status store. The
+/// address is kept with colons and shown with dashes.
 void writeMacAddress(const Command& command);
 
 /// RQrnMac.

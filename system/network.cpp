@@ -20,7 +20,7 @@ constexpr char noAddress[] = "0.0.0.0";
 
 OwnedText readNoAddress(const char* /*leaf*/) { return OwnedText(strdup(noAddress)); }
 
-/// Whether any of the device's network ports has a link; nothing when one of them does not say.
+/// Whether any of the device's network ports has a link; nothing when one of them cannot be read.
 std::optional<bool> readLinked() {
     const std::optional<int> ethernet = readStatusBoolean(R"({"network":{"eth0":{"linkStatus":%s}}})");
     const std::optional<int> hdbaset = readStatusBoolean(R"({"network":{"valens":{"linkStatus":%s}}})");
@@ -117,7 +117,7 @@ void reportIdleTimeout(const Command& command) {
 }
 
 void endAllConsoles() {
-    // The program names of all console ports contain "cmdd". This console does not live to see the result.
+    // The program names of all console ports contain "cmdd". This console is ended, too.
     // NOLINTNEXTLINE(cert-env33-c): the line is fixed
     [[maybe_unused]] const int status = std::system("killall *cmdd");
 }
@@ -154,7 +154,7 @@ void setStaticAddress(const Command& command) {
     if (!areAddresses(words)) return reject(command);
     const Document document = fillAddresses(words);
     if (areStored(words)) {
-        // Whoever repeats the addresses in effect wants them applied again, broadcast or not.
+        // The addresses in effect are announced once more, so that they are applied again, broadcast or not.
         publishChange(document);
     } else if (!updateSettings(document)) {
         logWriteFailure();

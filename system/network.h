@@ -6,7 +6,8 @@
 
 /// IPCFG: prints address, netmask, gateway and telnet port. While a link is up these are the addresses in effect,
 /// except that a static configuration whose gateway is not in effect yet shows what is configured; without any link a
-/// static configuration shows what is configured, and DHCP has no addresses. Prints nothing when it cannot tell.
+/// static configuration shows what is configured, and DHCP has no addresses. Prints nothing when the link cannot be
+/// read.
 void reportIpConfiguration(const Command& command);
 
 /// IPDHCP on | off | sta: by DHCP or by the static configuration, whatever the case of the stored word.
@@ -31,7 +32,7 @@ inline constexpr Family staticAddress{.action = setStaticAddress, .printer = pie
 /// IPPort 1..65535 | sta: stores the port on which the device answers telnet and has the network service listen there.
 void setTelnetPort(const Command& command);
 
-/// "name port". The port may have been changed past the console, so the network service is told here as well.
+/// "name port". Another program may have changed the port, so the network service is called here as well.
 void printTelnetPort(const Change& change);
 
 inline constexpr Family telnetPort{

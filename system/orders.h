@@ -1,5 +1,5 @@
 /// The small orders to the rest of the device: the upgrade service, the system service, the controller, the log, the
-/// keys of the front panel. The console gives them, others carry them out.
+/// keys of the front panel. Other daemons carry them out.
 #pragma once
 
 #include "command/family.h"
@@ -7,8 +7,8 @@
 /// Mreset: back to the default settings. The consoles print the reset when the upgrade service reports it.
 void resetToDefaults(const Command& command);
 
-/// Reboot, announced to the upgrade service; with an argument it is refused in words and carried out all the same,
-/// unannounced.
+/// Reboot, announced to the upgrade service; with an argument it answers that it is refused and restarts the device
+/// all the same, unannounced.
 void rebootDevice(const Command& command);
 
 /// Update: starts a firmware update unless one is running.

@@ -90,7 +90,7 @@ void reportForPrograms() {
     for (const Item& item : items) {
         if (!item.isForPrograms) continue;
         printItem(item, "");
-        // Also after an item without a value, so that each keeps its place.
+        // Also after an item without a value: a program finds each item by its position.
         std::printf("%%;");
     }
     std::printf("\r\n");

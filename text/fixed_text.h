@@ -1,4 +1,4 @@
-/// A text in a buffer of fixed size that remembers when something did not fit.
+/// A text in a buffer of fixed size, with a flag that says whether something did not fit.
 #pragma once
 
 #include <array>

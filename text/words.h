@@ -1,4 +1,4 @@
-/// A text taken apart at its separators.
+/// A text split at its separators.
 #pragma once
 
 #include "text/owned_text.h"

@@ -31,7 +31,7 @@ const char* powerFor(const char* word) {
     return power && equals(power.get(), "on") ? "off" : "on";
 }
 
-/// No row owns the power setting, so that its change event shows nothing: the consoles are told by name.
+/// No row owns the power setting, so that its change event prints nothing: the change is published as a text.
 void announcePower(const Command& command, const char* word) {
     FixedText<32> text;
     text.appendFormat("%s %s", command.rowName, word);

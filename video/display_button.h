@@ -1,4 +1,4 @@
-/// The button that stands for the display's own, and the CEC commands that are stored for the display.
+/// The display button (DispBtn) and the CEC commands for the display.
 #pragma once
 
 #include "command/family.h"

@@ -7,7 +7,7 @@
 
 namespace {
 
-/// One of the device's two physical inputs, by where the stores keep what belongs to it.
+/// One of the device's two physical inputs: the path of its leaves in the stores.
 struct VideoInput {
     const char* group;
     const char* name;

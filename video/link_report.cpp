@@ -66,7 +66,7 @@ void appendFields(HexLine& line, const char* text, const LinkField& first, const
     line.append(text + first.at, last.end() - first.at);
 }
 
-/// One line for each known device, with fields of its own in an order of its own.
+/// The fields that are printed for each known device, in its order.
 void printHex(const LinkEnds& link) {
     if (link.transmitter.isKnown()) {
         HexLine line;
@@ -90,7 +90,7 @@ const char* readLinkText(json_token* token, const char* key) {
     return json_token_object_walk_get_string(token, path.c_str(), nullptr);
 }
 
-/// The report that was asked for, by who asked; null when nobody known did.
+/// The report for whoever requested it; null when the requester is unknown.
 const char* requestedSelector(json_token* token) {
     const char* asker = readLinkText(token, "trigerBy");
     if (asker == nullptr) return nullptr;

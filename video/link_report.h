@@ -8,6 +8,6 @@
 /// selector does nothing. A text of another length or without its marker ("TX:", "RX:") reads as 0 throughout.
 void linkReport(const char* selector, const char* transmitterText, const char* receiverText);
 
-/// Looks into a change of the video status for an answer of the link monitor and prints or stores the report that was
-/// asked for. `token` is the changed document and stays the caller's.
+/// When a change of the video status holds an answer of the link monitor, prints or stores the report that was
+/// requested. `token` is the changed document and stays the caller's.
 void answerLinkRequest(json_token* token);

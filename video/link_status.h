@@ -31,7 +31,7 @@ static_assert(linkTextLength == 73);
 /// True for a text of the right length.
 bool isLinkText(const char* text);
 
-/// A model of the devices that can stand at either end. An unknown one is named, but not trusted with every report.
+/// A model of the devices that can stand at either end. An unknown one is named, but some reports leave it out.
 struct LinkDevice {
     unsigned transmitterCode;
     unsigned receiverCode;

@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Prints indexes and names in one piece, into which nothing else comes.
+/// Prints indexes and names in one write, so that no other line comes between them.
 void printList(std::span<const Word> words, const char* title, const char* format) {
     FixedText<1024> list;
     list.append(title);

@@ -28,7 +28,7 @@ int openOrExit(const char* path, int mode, const char* complaint) {
     std::exit(EXIT_FAILURE);
 }
 
-/// What the kernel makes of the text is not asked: a line that is exported already refuses to be exported again.
+/// The result of the write is ignored: the kernel refuses to export a line that is exported already.
 void writeAndClose(int file, const char* text) {
     [[maybe_unused]] const ssize_t written = write(file, text, std::strlen(text));
     close(file);
@@ -45,5 +45,5 @@ void switchRelay(const char* state, const char* folder) {
     const int value = openOrExit(pathOf(folder, "value").c_str(), O_WRONLY, "Cannot write value.");
     if (equals(state, "on")) writeAndClose(value, "1");
     if (equals(state, "off")) writeAndClose(value, "0");
-    // Any other word leaves the file open, for the short rest of the process.
+    // Any other word leaves the file open until the process ends, which is soon.
 }

@@ -33,7 +33,7 @@ void clearBusy(const Transport& transport) {
     if (isLogged(LOG_LEVEL_ERROR)) __printLog(LOG_LEVEL_ERROR, "1 user_config_update");
 }
 
-/// A request that does not fit is a failed call, never a cut one.
+/// A request that does not fit counts as a failed call; it is never cut.
 bool call(const Transport& transport, const RequestText& text, std::size_t room) {
     if (text.isCut() || text.plainSize() >= room) {
         errno = EMSGSIZE;
@@ -51,7 +51,7 @@ bool send(const Transport& transport, const Trigger& trigger, const TriggerReque
 
 void setExpected(TriggerRequest& request, const StoredString& answer) {
     const TriggerEnd* end = findTriggerEnd(answer.end.get());
-    if (end == nullptr) return;  // an unknown end leaves nothing to expect
+    if (end == nullptr) return;  // without a known end no answer is expected
     request.expected = {answer.content.get(), end->asHexWords};
     request.readsNull = end->isNull;
 }

@@ -12,7 +12,7 @@
 inline constexpr char commandWaitLeaf[] =
     R"({"control":{"displayControl":{"output1":{"triger":{"command":{"commandWait":%s}}}}}})";
 
-/// A way to the display.
+/// A transport to the display.
 struct Transport {
     const char* busyLeaf;  ///< status: true while something is under way
     const char* service;   ///< the daemon that sends

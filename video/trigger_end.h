@@ -7,7 +7,7 @@ struct TriggerEnd {
     const char* word;
     const char* asHexWords;    ///< to follow a string of hexadecimal byte words
     const char* asCharacters;  ///< to follow any text; the byte 0 cannot stand in one
-    bool isNull;               ///< told to the sending daemon beside the string
+    bool isNull;               ///< sent to the daemon in a field of its own
 };
 
 /// Null for a word that is none of the eight.

@@ -13,8 +13,7 @@ void appendString(RequestText& text, const char* key, const EndedString& string)
 
 RequestText toJson(const TriggerRequest& request) {
     RequestText text;
-    // The daemon takes isRepeated as its order to verify the answer: the field's name and its source differ (oddity
-    // 30).
+    // The daemon reads the second field as "verify the answer", although it is filled from isRepeated (oddity 30).
     text.appendFormat(R"({"displayControl":{"fiveSecDelay":%d ,"fbVerify":%d ,"sendcount":%d ,)", request.waits,
                       request.isRepeated, request.sendCount);
     appendString(text, "sendData", request.sent);

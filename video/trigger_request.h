@@ -23,5 +23,5 @@ struct TriggerRequest {
 
 using RequestText = JsonText<1024>;
 
-/// The request as JSON. Strings are escaped, so that the daemon gets every byte of them and no field of their making.
+/// The request as JSON. Strings are escaped, so that the daemon gets every byte of them and they cannot add a field.
 RequestText toJson(const TriggerRequest& request);
