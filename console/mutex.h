@@ -58,9 +58,13 @@ class Condition {
     bool wait(Mutex& mutex, long milliseconds) REQUIRES(mutex) {
         timespec end;
         clock_gettime(CLOCK_MONOTONIC, &end);
-        end.tv_nsec += milliseconds % 1000 * 1'000'000;
-        end.tv_sec += milliseconds / 1000 + end.tv_nsec / 1'000'000'000;
-        end.tv_nsec %= 1'000'000'000;
+        // Counted down instead of divided: small processors have no division.
+        for (; milliseconds >= 1000; milliseconds -= 1000) ++end.tv_sec;
+        end.tv_nsec += milliseconds * 1'000'000;
+        if (end.tv_nsec >= 1'000'000'000) {
+            end.tv_nsec -= 1'000'000'000;
+            ++end.tv_sec;
+        }
         return pthread_cond_timedwait(&condition_, &mutex.mutex_, &end) == 0;
     }
 
