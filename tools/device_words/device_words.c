@@ -1,7 +1,8 @@
 /* What devicectl can say through the headers of platform/ alone: a program for the device itself, so that sessions can
    be played on it from elsewhere. It needs nothing but those headers, json-c and the device's libraries.
 
-   config get|set JSON · status get|set JSON · publish EVENT TEXT · call SERVICE METHOD TEXT · factory get KEY · watch */
+   config get|set JSON · status get|set JSON · publish EVENT TEXT · call SERVICE METHOD TEXT · factory get KEY · watch
+*/
 #include "platform/event_bus.h"
 #include "platform/factory_data.h"
 #include "platform/json_token.h"
@@ -18,8 +19,8 @@
 
 /* The events that a console listens to. */
 static const char* const consoleEvents[] = {
-    "controlUserConfigChanged", "configUserConfigChanged",   "audioUserConfigChanged",    "videoUserConfigChanged",
-    "networkUserConfigChanged", "systemUserConfigChanged",   "CommandFeedback",           "videoStatusConfigChanged",
+    "controlUserConfigChanged",  "configUserConfigChanged",  "audioUserConfigChanged", "videoUserConfigChanged",
+    "networkUserConfigChanged",  "systemUserConfigChanged",  "CommandFeedback",        "videoStatusConfigChanged",
     "systemStatusConfigChanged", "UpgradeSlaveVersionQuery",
 };
 
@@ -113,9 +114,9 @@ struct Verb {
 };
 
 static const struct Verb verbs[] = {
-    {"config", "get", 1, getConfig},         {"config", "set", 1, setConfig}, {"status", "get", 1, getStatus},
-    {"status", "set", 1, setStatus},         {"publish", NULL, 2, publish},   {"call", NULL, 3, call},
-    {"factory", "get", 1, getFactoryData},   {"watch", NULL, 0, watch},
+    {"config", "get", 1, getConfig},       {"config", "set", 1, setConfig}, {"status", "get", 1, getStatus},
+    {"status", "set", 1, setStatus},       {"publish", NULL, 2, publish},   {"call", NULL, 3, call},
+    {"factory", "get", 1, getFactoryData}, {"watch", NULL, 0, watch},
 };
 
 int main(int argc, char** argv) {
@@ -126,7 +127,9 @@ int main(int argc, char** argv) {
         errno = 0;
         return verbs[i].run(argv + 1 + verbWords);
     }
-    fputs("usage: device_words config get|set JSON | status get|set JSON | publish EVENT TEXT | "
-          "call SERVICE METHOD TEXT | factory get KEY | watch\n", stderr);
+    fputs(
+        "usage: device_words config get|set JSON | status get|set JSON | publish EVENT TEXT | "
+        "call SERVICE METHOD TEXT | factory get KEY | watch\n",
+        stderr);
     return 2;
 }
