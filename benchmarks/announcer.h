@@ -1,13 +1,12 @@
-/// The least that it takes to tell many consoles something: a datagram for each.
+/// The cheapest way to send many consoles a text: a datagram for each.
 #pragma once
 
 #include "benchmarks/session.h"
+#include "host/base/unix_address.h"
 
-#include <cstring>
 #include <filesystem>
 #include <stdexcept>
 #include <sys/socket.h>
-#include <sys/un.h>
 
 namespace bench {
 
@@ -24,19 +23,17 @@ class Announcer {
     /// Starts further listeners until there are `count`.
     void growTo(std::size_t count) {
         while (listeners_.size() < count) {
-            sockaddr_un& address = addresses_.emplace_back(sockaddr_un{AF_UNIX, {}});
             const std::string path = folder_ / std::to_string(listeners_.size());
-            std::strncpy(address.sun_path, path.c_str(), sizeof address.sun_path - 1);
+            addresses_.emplace_back(path);
             listeners_.add({program_, {program_.filename(), path}}).await("ready\r\n");
         }
     }
 
-    /// Tells all of them, and waits until each has shown it.
+    /// Sends it to all of them, and waits until each has shown it.
     void announce(std::string_view text) {
-        for (const sockaddr_un& address : addresses_) {
-            const auto* to = reinterpret_cast<const sockaddr*>(&address);
-            if (sendto(socket_.get(), text.data(), text.size(), 0, to, sizeof address) < 0)
-                throw std::runtime_error(std::string("sendto ") + address.sun_path);
+        for (const host::UnixAddress& address : addresses_) {
+            if (sendto(socket_.get(), text.data(), text.size(), 0, address.get(), address.size()) < 0)
+                throw std::runtime_error("a listener is gone");
         }
         listeners_.await(text);
     }
@@ -45,7 +42,7 @@ class Announcer {
     std::filesystem::path program_;
     std::filesystem::path folder_;
     host::UniqueFd socket_;
-    std::vector<sockaddr_un> addresses_;
+    std::vector<host::UnixAddress> addresses_;
     Crowd listeners_;
 };
 

@@ -24,7 +24,7 @@ inline void setBroadcast(Talk& console, bool on) {
 /// Consoles of the device, of which the first one sets.
 class ConsoleCrowd {
   public:
-    explicit ConsoleCrowd(Program program) : program_(std::move(program)) {}
+    explicit ConsoleCrowd(host::ProgramStart program) : program_(std::move(program)) {}
 
     /// All of them listen when it returns.
     void growTo(std::size_t count) {
@@ -56,7 +56,7 @@ class ConsoleCrowd {
         crowd_.await(volumeReply(volume));
     }
 
-    Program program_;
+    host::ProgramStart program_;
     Crowd crowd_;
     int volume_ = -20;
 };

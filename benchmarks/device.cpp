@@ -49,7 +49,7 @@ Device::~Device() {
     waitpid(pid_, nullptr, 0);
 }
 
-Program Device::console() const {
+host::ProgramStart Device::console() const {
     constexpr char name[] = "/usr/bin/*cmdd";
     return {root_.string() + name,
             {name},

@@ -22,7 +22,7 @@ class Device {
     Device& operator=(const Device&) = delete;
 
     /// The console program as the launcher starts it.
-    Program console() const;
+    host::ProgramStart console() const;
 
     const std::filesystem::path& root() const { return root_; }
 

@@ -22,7 +22,7 @@ double medianOf(int count, const std::function<void()>& action) {
     return median(samples);
 }
 
-Size measureSize(ConsoleCrowd& consoles, const Program& program, int count) {
+Size measureSize(ConsoleCrowd& consoles, const host::ProgramStart& program, int count) {
     Size size{consoles.all().size(), 0, 0, 0, 0};
     size.change = medianOf(count, [&] { consoles.change(); });
     Samples memory;
@@ -56,7 +56,7 @@ void printSize(const Size& now) {
 }  // namespace
 
 void measureGrowth(const Bench& bench, const std::filesystem::path& path) {
-    const Program program = bench.device.console();
+    const host::ProgramStart program = bench.device.console();
     ConsoleCrowd consoles(program);
     std::ofstream file(path);
     std::printf("%8s %13s %13s %13s %13s   one session more adds to the three times\n", "sessions", "change", "set",

@@ -15,32 +15,38 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-double timed(const std::function<void()>& action) { return secondsOf(action); }
+/// One sample of what `action` takes.
+template <typename Action>
+std::function<double()> timed(Action action) {
+    return [action] { return secondsOf(action); };
+}
+
+/// The least that a console can be; it keeps a page of `file` durable, if there is one.
+host::ProgramStart echoConsole(const Bench& bench, const std::string& file = {}) {
+    host::ProgramStart program{bench.programs / "echo_console", {"echo_console"}};
+    if (!file.empty()) program.arguments.push_back(file);
+    return program;
+}
+
+void askEcho(Talk& echo) { echo.ask(askVolumeLine, "reply\r\n"); }
 
 /// A query line and its reply on a terminal.
 std::vector<Row> measureQuery(const Bench& bench) {
-    Session console(bench.device.console()), echo({bench.programs / "echo_console", {"echo_console"}});
-    const auto askEcho = [&] { echo.ask(askVolumeLine, "reply\r\n"); };
-    return {
-        {"(a) query",
-         compare(
-             {bench.blocks, 50}, [&] { return timed([&] { askVolume(console); }); }, [&] { return timed(askEcho); }),
-         1.35}};
+    Session console(bench.device.console()), echo(echoConsole(bench));
+    return {{"(a) query",
+             compare({bench.blocks, 50}, timed([&] { askVolume(console); }), timed([&] { askEcho(echo); })), 1.35}};
 }
 
 /// A setting that is durable when its reply comes.
 std::vector<Row> measureSet(const Bench& bench) {
-    Session console(bench.device.console());
-    Session echo({bench.programs / "echo_console", {"echo_console", bench.device.root() / "page"}});
+    Session console(bench.device.console()), echo(echoConsole(bench, bench.device.root() / "page"));
     setBroadcast(console, false);
     int volume = -20;
     const auto set = [&] {
         volume = -41 - volume;
         console.ask(setVolumeLine(volume), volumeReply(volume));
     };
-    const auto askEcho = [&] { echo.ask(askVolumeLine, "reply\r\n"); };
-    const Comparison sets = compare(
-        {bench.blocks, 10}, [&] { return timed(set); }, [&] { return timed(askEcho); });
+    const Comparison sets = compare({bench.blocks, 10}, timed(set), timed([&] { askEcho(echo); }));
     setBroadcast(console, true);
     return {{"(b) durable set, broadcast off", sets, 1.20}};
 }
@@ -59,7 +65,7 @@ Samples typeInTurn(Crowd& consoles, int rounds) {
             const int volume = -1 - (round * operatorCount + number) % 80;
             Session& console = consoles[static_cast<std::size_t>(number)];
             waits[static_cast<std::size_t>(number)].push_back(
-                timed([&] { console.ask(setVolumeLine(volume), volumeReply(volume)); }));
+                secondsOf([&] { console.ask(setVolumeLine(volume), volumeReply(volume)); }));
         }
     };
     for (int number = 0; number < operatorCount; ++number) operators.emplace_back(work, number);
@@ -73,7 +79,7 @@ Samples typeInTurn(Crowd& consoles, int rounds) {
 std::vector<Row> measureCrowd(const Bench& bench) {
     Session console(bench.device.console());
     setBroadcast(console, false);
-    Program slow = bench.device.console();
+    host::ProgramStart slow = bench.device.console();
     slow.environment.push_back("LD_PRELOAD=" + (bench.programs / "libslow_sync.so").string());
     Crowd consoles;
     for (int i = 0; i < operatorCount; ++i) askVolume(consoles.add(slow));
@@ -97,44 +103,40 @@ std::vector<Row> measureFanOut(const Bench& bench) {
         page.overwrite();
         announcer.announce(line);
     };
+    const Plan plan{bench.blocks, 5};
     std::vector<Row> rows;
     for (const Audience& audience : {Audience{1, 2.7, 1.6}, {20, 2.0, 2.2}, {100, 2.0, 1.9}}) {
         consoles.growTo(audience.size);
         announcer.growTo(audience.size);
         const std::string shown = " shown by " + std::to_string(audience.size);
         rows.push_back({"(c) same value" + shown,
-                        compare(
-                            {bench.blocks, 5}, [&] { return timed([&] { consoles.repeat(); }); },
-                            [&] { return timed([&] { announcer.announce(line); }); }),
+                        compare(plan, timed([&] { consoles.repeat(); }), timed([&] { announcer.announce(line); })),
                         audience.repeatGoal});
         rows.push_back({"(c) new value" + shown + ", limit with sync",
-                        compare(
-                            {bench.blocks, 5}, [&] { return timed([&] { consoles.change(); }); },
-                            [&] { return timed(announceDurably); }),
-                        audience.changeGoal});
+                        compare(plan, timed([&] { consoles.change(); }), timed(announceDurably)), audience.changeGoal});
     }
     return rows;
 }
 
-const Program bash = {"/bin/bash", {"bash", "--norc"}, {"PATH=/usr/bin:/bin", "TERM=dumb"}};
+const host::ProgramStart bash = {"/bin/bash", {"bash", "--norc"}, {"PATH=/usr/bin:/bin", "TERM=dumb"}};
 
 /// The reply does not stand in the typed line, which the shell echoes.
 void askShell(Talk& session) { session.ask("echo $((6 * 7))\r", "42"); }
 
 double startShell() {
     std::optional<Session> session;  // its end is not part of its start
-    return timed([&] { askShell(session.emplace(bash)); });
+    return secondsOf([&] { askShell(session.emplace(bash)); });
 }
 
 /// A new session until it has answered its first line, started here and through the launcher.
 std::vector<Row> measureStart(const Bench& bench) {
     const auto start = [&] {
         std::optional<Session> session;
-        return timed([&] { askVolume(session.emplace(bench.device.console())); });
+        return secondsOf([&] { askVolume(session.emplace(bench.device.console())); });
     };
     const auto connect = [&] {
         std::optional<Talk> client;
-        return timed([&] { client.emplace(connectTo(bench.device.port())).ask("VOUT sta\r\n", "VOUT -"); });
+        return secondsOf([&] { client.emplace(connectTo(bench.device.port())).ask("VOUT sta\r\n", "VOUT -"); });
     };
     return {{"(d) start until the first reply, limit bash", compare({bench.blocks, 3}, start, startShell), 1.20},
             {"(d) connect until the first reply, limit bash", compare({bench.blocks, 3}, connect, startShell)}};
@@ -179,7 +181,7 @@ std::vector<Row> measureIdle(const Bench& bench) {
     constexpr std::chrono::seconds window{1};  // the slowest clock of an idle console
     Crowd consoles, loops;
     while (consoles.size() < count) askVolume(consoles.add(bench.device.console()));
-    while (loops.size() < count) loops.add({bench.programs / "idle_console", {"idle_console"}}).await("ready\r\n");
+    while (loops.size() < count) askEcho(loops.add(echoConsole(bench)));
     Comparison idle;
     for (int block = 0; block < bench.blocks; ++block) {
         const double console = processorTimeOf(consoles), loop = processorTimeOf(loops);

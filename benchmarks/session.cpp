@@ -1,7 +1,5 @@
 #include "benchmarks/session.h"
 
-#include "host/base/start_program.h"
-
 #include <arpa/inet.h>
 #include <array>
 #include <cerrno>
@@ -11,12 +9,10 @@
 #include <netinet/in.h>
 #include <poll.h>
 #include <span>
-#include <spawn.h>
 #include <stdexcept>
 #include <sys/epoll.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
-#include <termios.h>
 #include <unistd.h>
 
 namespace bench {
@@ -28,28 +24,10 @@ constexpr std::chrono::seconds longestPatience{10};
     throw std::runtime_error(what + ": " + std::strerror(error));
 }
 
-/// Raw from the start: what is typed before the program runs must not be echoed by the terminal.
-host::UniqueFd openTerminal() {
-    host::UniqueFd terminal(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK));
-    if (!terminal || grantpt(terminal.get()) != 0 || unlockpt(terminal.get()) != 0) fail("pseudo-terminal");
-    termios attributes;
-    tcgetattr(terminal.get(), &attributes);
-    cfmakeraw(&attributes);
-    tcsetattr(terminal.get(), TCSANOW, &attributes);
+host::UniqueFd newTerminal() {
+    host::UniqueFd terminal = host::openTerminal();
+    if (!terminal) fail("pseudo-terminal");
     return terminal;
-}
-
-pid_t start(const Program& program, int terminal) {
-    std::array<char, 64> name;
-    if (ptsname_r(terminal, name.data(), name.size()) != 0) fail("ptsname_r");
-    const pid_t pid = host::startProgram({.path = program.path,
-                                          .arguments = program.arguments,
-                                          .environment = program.environment,
-                                          .input = name.data(),
-                                          .descriptors = {{STDIN_FILENO, STDOUT_FILENO}, {STDIN_FILENO, STDERR_FILENO}},
-                                          .flags = POSIX_SPAWN_SETSID});
-    if (pid < 0) fail(program.path);
-    return pid;
 }
 
 }  // namespace
@@ -96,10 +74,10 @@ Talk connectTo(int port) {
     return Talk(std::move(socket));
 }
 
-Session::Session(const Program& program) : Session(openTerminal(), program) {}
-
-Session::Session(host::UniqueFd terminal, const Program& program)
-    : Talk(std::move(terminal)), pid_(start(program, descriptor())) {}
+Session::Session(const host::ProgramStart& program)
+    : Talk(newTerminal()), pid_(host::startOnTerminal(descriptor(), program)) {
+    if (pid_ < 0) fail(program.path);
+}
 
 Session::~Session() {
     hangUp();
@@ -109,7 +87,7 @@ Session::~Session() {
 
 Crowd::Crowd() : watch_(epoll_create1(EPOLL_CLOEXEC)) {}
 
-Session& Crowd::add(const Program& program) {
+Session& Crowd::add(const host::ProgramStart& program) {
     Session& session = *sessions_.emplace_back(std::make_unique<Session>(program));
     epoll_event interest{EPOLLIN, {.ptr = &session}};
     epoll_ctl(watch_.get(), EPOLL_CTL_ADD, session.descriptor(), &interest);

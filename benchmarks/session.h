@@ -1,7 +1,7 @@
 /// Operators and the programs they talk to.
 #pragma once
 
-#include "host/base/unique_fd.h"
+#include "host/launcher/terminal.h"
 
 #include <chrono>
 #include <memory>
@@ -11,12 +11,6 @@
 #include <vector>
 
 namespace bench {
-
-struct Program {
-    std::string path;
-    std::vector<std::string> arguments;         ///< the name it is started under first
-    std::vector<std::string> environment = {};  ///< all that it gets
-};
 
 /// One end of a conversation. Every function throws std::runtime_error when the other end is gone.
 class Talk {
@@ -53,7 +47,7 @@ Talk connectTo(int port);
 /// A program on a pseudo-terminal of its own; its end is the program's.
 class Session : public Talk {
   public:
-    explicit Session(const Program& program);
+    explicit Session(const host::ProgramStart& program);
     ~Session();
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
@@ -61,8 +55,6 @@ class Session : public Talk {
     pid_t pid() const { return pid_; }
 
   private:
-    Session(host::UniqueFd terminal, const Program& program);
-
     pid_t pid_;
 };
 
@@ -71,7 +63,7 @@ class Crowd {
   public:
     Crowd();
 
-    Session& add(const Program& program);
+    Session& add(const host::ProgramStart& program);
 
     /// Waits until every session has shown `text`.
     void await(std::string_view text);

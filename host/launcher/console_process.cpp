@@ -2,20 +2,17 @@
 
 #include "console/ports.h"
 #include "host/base/device_root.h"
-#include "host/base/start_program.h"
+#include "host/launcher/terminal.h"
 
-#include <array>
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
 #include <fstream>
 #include <limits>
 #include <signal.h>
-#include <spawn.h>
 #include <sstream>
 #include <sys/ioctl.h>
 #include <sys/resource.h>
-#include <termios.h>
 #include <unistd.h>
 #include <vector>
 
@@ -24,21 +21,6 @@ namespace {
 
 /// The console waits with select(), which can name no descriptor from 1024 on.
 constexpr rlim_t consoleDescriptorLimit = 256;
-
-/// Raw before the program starts: what a client types at once must be neither echoed nor translated by the terminal.
-bool makeRaw(int terminal) {
-    termios attributes;
-    if (tcgetattr(terminal, &attributes) != 0) return false;
-    cfmakeraw(&attributes);
-    return tcsetattr(terminal, TCSANOW, &attributes) == 0;
-}
-
-UniqueFd openTerminal() {
-    UniqueFd terminal(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK));
-    if (!terminal || grantpt(terminal.get()) != 0 || unlockpt(terminal.get()) != 0 || !makeRaw(terminal.get()))
-        terminal.reset();
-    return terminal;
-}
 
 /// The hardware address of the neighbour with that IPv4 address in the machine's table; empty when it is not known.
 std::string hardwareAddressOf(const std::string& address) {
@@ -68,15 +50,6 @@ std::vector<std::string> environmentOf(const ConsoleIdentity& identity) {
     return environment;
 }
 
-pid_t startConsole(const char* terminalName, const ConsoleIdentity& identity) {
-    return startProgram({.path = deviceRoot() + identity.programName,
-                         .arguments = {identity.programName},
-                         .environment = environmentOf(identity),
-                         .input = terminalName,
-                         .descriptors = {{STDIN_FILENO, STDOUT_FILENO}, {STDIN_FILENO, STDERR_FILENO}},
-                         .flags = POSIX_SPAWN_SETSID});
-}
-
 /// The launcher itself is allowed many more.
 void limitDescriptors(pid_t pid) {
     const rlimit limit = {consoleDescriptorLimit, consoleDescriptorLimit};
@@ -87,9 +60,10 @@ void limitDescriptors(pid_t pid) {
 
 std::optional<ConsoleProcess> ConsoleProcess::start(const ConsoleIdentity& identity) {
     UniqueFd terminal = openTerminal();
-    std::array<char, 64> name;
-    if (!terminal || ptsname_r(terminal.get(), name.data(), name.size()) != 0) return std::nullopt;
-    const pid_t pid = startConsole(name.data(), identity);
+    if (!terminal) return std::nullopt;
+    const pid_t pid = startOnTerminal(terminal.get(), {.path = deviceRoot() + identity.programName,
+                                                       .arguments = {identity.programName},
+                                                       .environment = environmentOf(identity)});
     if (pid < 0) return std::nullopt;
     limitDescriptors(pid);
     return ConsoleProcess(std::move(terminal), pid);
