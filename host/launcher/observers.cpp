@@ -50,11 +50,11 @@ void Observers::admit(UniqueFd socket) {
     const auto leave = [this, fd = socket.get()](Channel::End) { forget(fd); };
     auto channel = std::make_unique<Channel>(loop_, socket.get(), patience,
                                              Channel::Handlers{[](const std::string&) {}, [] {}, leave});
-    for (const Observation* observation : observations_) channel->send(observation->opening());
+    for (const auto& [id, session] : sessions_) channel->send(session.opening);
     observers_.push_back({std::move(socket), std::move(channel)});
 }
 
-void Observers::tell(const std::string& line) {
+void Observers::send(const std::string& line) {
     for (const Observer& observer : observers_) observer.channel->send(line);
     observers_.remove_if([](const Observer& observer) { return observer.channel->waiting() > mostWaiting; });
 }
@@ -63,33 +63,31 @@ void Observers::forget(int socket) {
     observers_.remove_if([socket](const Observer& observer) { return observer.socket.get() == socket; });
 }
 
-Observation::Observation(Observers& observers, const Peer& peer)
-    : observers_(observers),
-      id_(std::to_string(++observers.lastId_)),
-      opening_(line({"open", id_, std::to_string(peer.port), peer.address, std::to_string(std::time(nullptr))})) {
-    observers_.observations_.push_back(this);
-    observers_.tell(opening_);
+int Observers::opened(const Peer& peer) {
+    const std::string id = std::to_string(++lastId_);
+    const std::string opening =
+        line({"open", id, std::to_string(peer.port), peer.address, std::to_string(std::time(nullptr))});
+    sessions_[lastId_] = {opening, ""};
+    send(opening);
+    return lastId_;
 }
 
-Observation::~Observation() {
-    observers_.observations_.remove(this);
-    observers_.tell(line({"close", id_}));
+void Observers::closed(int session) {
+    sessions_.erase(session);
+    send(line({"close", std::to_string(session)}));
 }
 
-void Observation::typed(std::string_view bytes) {
-    if (!observers_.isWatched()) return line_.clear();
+void Observers::typed(int session, std::string_view bytes) {
+    std::string& typed = sessions_[session].line;
+    if (observers_.empty()) return typed.clear();
     for (const char byte : bytes) {
-        if (byte == '\r' || byte == '\n') {
-            tellLine();
-        } else if (line_.size() < longestLine) {
-            line_ += byte;
+        if (byte != '\r' && byte != '\n') {
+            if (typed.size() < longestLine) typed += byte;
+        } else if (!typed.empty()) {
+            send(line({"typed", std::to_string(session), visibleText(typed)}));
+            typed.clear();
         }
     }
-}
-
-void Observation::tellLine() {
-    if (!line_.empty()) observers_.tell(line({"typed", id_, visibleText(line_)}));
-    line_.clear();
 }
 
 }  // namespace host

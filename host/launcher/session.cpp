@@ -40,7 +40,8 @@ Session::Session(EventLoop& loop, Peer peer, ConsoleProcess console, TelnetStrea
                  LingeringCloses& lingeringCloses, milliseconds peerPatience, Callback onOver)
     : stream_(kind),
       peer_(std::move(peer)),
-      observation_(observers, peer_),
+      observers_(observers),
+      id_(observers.opened(peer_)),
       console_(std::move(console)),
       lingeringCloses_(lingeringCloses),
       onOver_(std::move(onOver)),
@@ -75,7 +76,7 @@ Channel::Handlers Session::consoleHandlers() {
 void Session::toConsole(const std::string& typed) {
     fromPeer_->send(stream_.takeReplies());
     if (fromConsole_) {
-        observation_.typed(typed);
+        observers_.typed(id_, typed);
         fromConsole_->send(typed);
     }
     if (isPeerTooFast()) fromPeer_->pauseInput();

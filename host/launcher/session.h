@@ -23,6 +23,7 @@ class Session {
             LingeringCloses& lingeringCloses, std::chrono::milliseconds peerPatience, Callback onOver);
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
+    ~Session() { observers_.closed(id_); }
 
     const std::string& peerAddress() const { return peer_.address; }
 
@@ -60,7 +61,8 @@ class Session {
 
     TelnetStream stream_;
     Peer peer_;
-    Observation observation_;
+    Observers& observers_;
+    const int id_;  ///< among the observers' sessions
     ConsoleProcess console_;
     LingeringCloses& lingeringCloses_;
     Callback onOver_;

@@ -37,12 +37,8 @@ Watch::Watch(EventLoop& loop, int fd, short kinds, Callback callback)
 
 ReadWatch::ReadWatch(EventLoop& loop, int fd, Callback callback)
     : Watch(loop, fd, EV_READ | EV_PERSIST, std::move(callback)) {
-    resume();
+    event_add(event_.get(), nullptr);
 }
-
-void ReadWatch::pause() { event_del(event_.get()); }
-
-void ReadWatch::resume() { event_add(event_.get(), nullptr); }
 
 SignalWatch::SignalWatch(EventLoop& loop, int signal, Callback callback)
     : Watch(loop, signal, EV_SIGNAL | EV_PERSIST, std::move(callback)) {

@@ -49,9 +49,6 @@ class Watch {
 class ReadWatch : Watch {
   public:
     ReadWatch(EventLoop& loop, int fd, Callback callback);
-
-    void pause();
-    void resume();
 };
 
 /// Calls back, outside signal context, whenever `signal` has arrived.
