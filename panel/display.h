@@ -15,7 +15,7 @@ namespace panel {
 
 class Display {
   public:
-    /// `onTraffic` hears what it is sent and what it answers.
+    /// `onTraffic` is called with what the display is sent and what it answers.
     using OnTraffic = std::function<void(const char* who, const std::string& bytes)>;
 
     Display(host::EventLoop& loop, OnTraffic onTraffic) : loop_(loop), onTraffic_(std::move(onTraffic)) {}

@@ -19,12 +19,12 @@ constexpr std::size_t mostWaiting = std::size_t{1024} * 1024;
 constexpr auto readerPatience = 10s;
 constexpr auto silence = 15s;
 
-/// Whoever asks for a stream has said all that it has to say.
+/// A client sends nothing more after its request.
 constexpr std::size_t mostInput = 1024;
 
 std::string framed(std::string_view text) { return std::string("data: ").append(text).append("\n\n"); }
 
-/// The end of the other side is noticed while there is nothing to send, and its silence is not taken for one.
+/// Reading goes on, without a time-out, so that the end of a client is noticed while there is nothing to send.
 void prepareConnection(evhttp_connection* connection) {
     bufferevent* channel = evhttp_connection_get_bufferevent(connection);
     host::preparePeerSocket(bufferevent_getfd(channel));
@@ -67,7 +67,7 @@ bool EventStreams::holds(Id id) const {
     return std::any_of(streams_.begin(), streams_.end(), [id](const Stream& stream) { return stream.id == id; });
 }
 
-/// A connection that has failed has left the request to us; one that is freed takes it along.
+/// The library frees the request of a connection that is freed, but not of one that has failed.
 void EventStreams::onClosed(evhttp_connection* /*connection*/, void* closed) {
     const Stream stream = *static_cast<Stream*>(closed);
     if (evhttp_request_get_connection(stream.request) == nullptr) evhttp_request_free(stream.request);
@@ -95,7 +95,7 @@ void EventStreams::dropSlow() {
     }
 }
 
-/// One that has vanished without a word shows when it is sent something.
+/// A client that has vanished is noticed when it is sent something.
 void EventStreams::keepAwake() {
     sendRaw(":\n\n");
     awake_.start(silence);

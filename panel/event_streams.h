@@ -1,4 +1,4 @@
-/// The pages that are open: each holds one answer that does not end, over which it is told what is new.
+/// The pages that are open: each has one response that does not end (server-sent events).
 #pragma once
 
 #include "host/loop/event_loop.h"
@@ -17,7 +17,7 @@ class EventStreams {
   public:
     using Id = int;
 
-    /// `onOpen` and `onClose` hear of each stream.
+    /// `onOpen` and `onClose` are called for each stream.
     EventStreams(host::EventLoop& loop, std::function<void(Id)> onOpen, std::function<void(Id)> onClose);
     EventStreams(const EventStreams&) = delete;
     EventStreams& operator=(const EventStreams&) = delete;

@@ -24,13 +24,13 @@ constexpr int niceness = 10;
 
 constexpr auto retryTime = 2s;
 
-/// The panel's address, which others may hold for now.
+/// The panel's address, which another program may hold at the moment.
 class Place {
   public:
     Place(host::EventLoop& loop, HttpServer& server, std::string address, int port)
         : server_(server), address_(std::move(address)), port_(port), retry_(loop, [this] { takeLater(); }) {}
 
-    /// The device is not kept waiting, whether there is a place or not.
+    /// The device does not wait: the panel is ready whether it has the port or not.
     void take() {
         if (server_.listen(address_, port_)) return host::announceReady(url());
         std::fprintf(stderr, "panel: no panel on %s %d while that is so: %s\n", address_.c_str(), port_,

@@ -5,8 +5,8 @@ struct evhttp_request;
 
 namespace panel {
 
-/// Whether the request names this machine by its address. A name that somebody lets point to it is refused: the
-/// browser would take that somebody's page for ours.
+/// Whether the request names this machine by its address. A host name is refused, because
+/// anyone can have one that resolves to this machine (DNS rebinding).
 bool isForAddress(evhttp_request* request);
 
 /// Whether no page of another origin has caused the request. What changes anything has to come from a page of ours.

@@ -16,7 +16,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// What happens within that time is told in one go, so that no flood of changes makes a flood of messages.
+/// What happens within that time is sent in one message, so that many changes do not make many messages.
 constexpr auto tellingTime = 40ms;
 
 /// A reset of all settings is announced before it is made, and raises no event.

@@ -1,7 +1,7 @@
-/// The front panel: what its pages are told, and what they do.
+/// The front panel: what is sent to its pages, and what their requests do.
 ///
-/// It knows of the device what everybody can know: the stores, the bus, and who is connected. While no page is open it
-/// looks at none of them.
+/// It uses what any program of the device can use: the stores, the bus, and the list of sessions. While no page is open
+/// it uses none of them.
 #pragma once
 
 #include "host/loop/event_loop.h"

@@ -1,4 +1,4 @@
-/// The sessions that are open, as the launcher tells of them to those who look on.
+/// The sessions that are open, as the launcher reports them to its observers.
 #pragma once
 
 #include "host/base/json.h"
@@ -26,7 +26,7 @@ class SessionList {
     SessionList(host::EventLoop& loop, host::Callback onChange,
                 std::function<void(const Session&, const std::string&)> onTyped);
 
-    /// Looks on from now on, if it does not yet, across the launcher's restarts, or no more.
+    /// Begin and end to observe the launcher, across its restarts.
     void start();
     void stop();
 

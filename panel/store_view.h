@@ -1,4 +1,4 @@
-/// What the pages are told of a store.
+/// What is sent to the pages of a store.
 #pragma once
 
 #include "host/base/json.h"

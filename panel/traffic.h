@@ -1,4 +1,4 @@
-/// All that passes over the device's bus, while somebody looks.
+/// All that passes over the device's bus, while a page is open.
 #pragma once
 
 #include "host/bus/monitor.h"
@@ -12,7 +12,7 @@ class Traffic {
   public:
     Traffic(host::EventLoop& loop, host::Monitor::Report report);
 
-    /// Reports from now on, if it does not yet, across the bus's restarts, or no more.
+    /// Begin and end to report, across the bus's restarts.
     void start();
     void stop();
 

@@ -20,7 +20,7 @@ bool writeAll(int fd, std::string_view content) {
     return true;
 }
 
-/// Makes a rename within `folder` last.
+/// Makes a rename within `folder` durable.
 bool syncFolder(const std::string& folder) {
     const UniqueFd fd(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     return fd && fsync(fd.get()) == 0;

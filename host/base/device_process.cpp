@@ -14,7 +14,8 @@
 namespace host {
 namespace {
 
-/// The id in a lock file that somebody holds; 0 with errno set otherwise. Without a holder the id may be anybody's.
+/// The id in a lock file that somebody holds; 0 with errno set otherwise. Without a holder the id may be that of any
+/// process.
 pid_t holderOf(int lockFile) {
     if (flock(lockFile, LOCK_SH | LOCK_NB) == 0) {
         errno = ESRCH;

@@ -6,7 +6,7 @@
 
 namespace host {
 
-/// The name of the environment variable that tells every process of a device its root.
+/// The environment variable with the root, for all processes of a device.
 inline constexpr char deviceRootVariable[] = "DEVICE_ROOT";
 
 /// The absolute path of the root without a slash at its end: from the environment, else the working folder.

@@ -23,7 +23,7 @@ constexpr FactoryEntry newDevice[] = {
     {"FirmwareVer", "1.0.0"},         {"AppImgVer", "1.0.0"},
 };
 
-/// A key names a file, so it must not lead anywhere else.
+/// A key is a file name, so it must not be a path.
 bool isKey(const char* key) {
     static constexpr char plain[] = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_-";
     return *key != '\0' && key[std::strspn(key, plain)] == '\0';

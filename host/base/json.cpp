@@ -24,7 +24,7 @@ Json parse(int flags, const char* text, int length) {
     json_tokener_set_flags(tokener.get(), flags);
     Json value(json_tokener_parse_ex(tokener.get(), text, length));
     if (json_tokener_get_error(tokener.get()) == json_tokener_success) return value;
-    // It would remember half a pair of surrogates and put it into the next text.
+    // After an error it would keep half a surrogate pair and put it into the next text.
     tokener.reset();
     return nullptr;
 }

@@ -39,8 +39,8 @@ void followLevels(const std::string& path) {
     if (shared != MAP_FAILED) __logLevels = static_cast<const volatile int*>(shared);
 }
 
-/// Before main(), so that no line is asked about too early. The root is not settled yet in a process that chooses it
-/// itself; that one calls prepareLog().
+/// Before main(), so that the levels hold for the first line. A process that chooses the root itself calls prepareLog()
+/// later.
 [[gnu::constructor]] void followLevelsOfInheritedRoot() {
     if (const char* root = std::getenv(deviceRootVariable)) followLevels(std::string(root) + "/" + levelsFile);
 }
@@ -55,7 +55,7 @@ bool writeLevels(const int* levels, std::size_t count, std::size_t first, int fl
     return isWritten;
 }
 
-/// With room set apart for its first lines, so that a full disk can still be told of.
+/// With blocks reserved for its first lines, so that a full disk can still be logged.
 bool makeLog(const std::string& path) {
     const int fd = open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
     if (fd < 0) return false;

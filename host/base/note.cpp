@@ -9,7 +9,7 @@
 namespace host {
 namespace {
 
-/// Between those of the console, whose own lines depend on what the device lets through.
+/// It stands in the line only: notes are written at every level.
 constexpr int noteLevel = 6;
 
 OwnedText formatted(const char* format, va_list arguments) {

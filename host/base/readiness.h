@@ -1,4 +1,4 @@
-/// How a process of the device tells the one that started it that it can be used.
+/// How a process of the device reports to the process that started it that it is ready.
 #pragma once
 
 #include <string_view>

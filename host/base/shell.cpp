@@ -17,7 +17,7 @@ std::string mapIntoRoot(const char* command) {
     return std::string(isTool ? "\"$0\"" : "") + command;
 }
 
-/// The exit status as a shell tells it.
+/// The exit status as a shell reports it.
 int waitForEnd(pid_t pid) {
     int status = 0;
     while (waitpid(pid, &status, 0) < 0) {

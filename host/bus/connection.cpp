@@ -22,7 +22,7 @@ void limitSending(int socket, std::chrono::microseconds limit) {
     setsockopt(socket, SOL_SOCKET, SO_SNDTIMEO, &time, sizeof time);
 }
 
-/// Queues up at the bus's door. A descriptor that does not block would be turned away when many connect at once.
+/// Waits for room in the bus's backlog, where a non-blocking descriptor would fail when many connect at once.
 bool connectBlocking(int socket, const UnixAddress& address) {
     const Deadline deadline(busLimit);
     while (!deadline.isOver()) {

@@ -12,7 +12,7 @@ namespace host {
 /// How long the bus may take to let a connection in or to take a message.
 inline constexpr std::chrono::milliseconds busLimit{2000};
 
-/// After which whoever waits without end looks again.
+/// The longest single wait of those that wait without a limit.
 inline constexpr std::chrono::hours longestWait{24};
 
 /// Belongs to the thread and the process that opened it: a forked child finds it closed and opens its own.
@@ -23,8 +23,8 @@ class Connection {
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
 
-    /// Connects, if it is not open already. Getting through the bus's door is bounded by busLimit; the greetings are
-    /// exchanged later, along with what is sent. False with errno set on failure.
+    /// Connects, if it is not open already. This is bounded by busLimit; authentication follows later, along with
+    /// what is sent. False with errno set on failure.
     bool open();
 
     bool isOpen() const;
@@ -53,7 +53,7 @@ inline bool failBus(int result) {
     return false;
 }
 
-/// Whether an errno tells that the bus has ended the connection.
+/// Whether an errno means that the bus has ended the connection.
 inline bool isDisconnect(int error) { return error == ECONNRESET || error == ENOTCONN || error == EPIPE; }
 
 /// How the C interfaces report: 0 for success, with errno left as it is for failure.

@@ -19,7 +19,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// A bus that has ended is started again, and whoever listened to it hears it again, unless it stays away for longer.
+/// A bus that has ended is restarted. Within this time its subscribers connect again.
 constexpr auto returnLimit = 30s;
 constexpr auto returnPause = 50ms;
 

@@ -15,7 +15,7 @@ using host::statusOf;
 struct lpc_completion {
     ~lpc_completion() { forget(); }
 
-    /// Leaves errno to whoever is told why a call failed.
+    /// Leaves errno as it is.
     void forget() {
         const int error = errno;
         slot = sd_bus_slot_unref(slot);

@@ -10,7 +10,7 @@ bool sendOver(Connection& connection, const Send& send) {
     const int result = send(connection.bus());
     if (result < 0) failBus(result);
     if (result >= 0 && connection.flush(Deadline(busLimit))) return true;
-    // A message stuck half way must not be taken later, when its sender has long been told that it failed.
+    // A message that was sent in part must not arrive later: its sender gets an error.
     connection.close();
     return false;
 }

@@ -52,7 +52,8 @@ class Lockout {
         return clients_.emplace_back(loop_, id, [this, id] { clear(id); });
     }
 
-    /// The oldest goes first, those that are locked out last: nobody gets in by filling the list with others.
+    /// Removes the oldest, but those that are locked out last: nobody ends a lockout by filling the list with other
+    /// names.
     void makeRoom() {
         if (clients_.size() < mostClients) return;
         const auto open =

@@ -8,7 +8,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// Nothing hangs on the line; what takes time is the bytes themselves, at 9600 baud.
+/// No display is connected. Sending takes as long as the bytes take at 9600 baud.
 class SerialLine : public DisplayLine {
   public:
     explicit SerialLine(EventLoop& loop) : sent_(loop, [this] { done_(); }) {}

@@ -64,7 +64,7 @@ struct Tool {
 constexpr Tool tools[] = {
     {"apploggertool", runLoggerTool}, {"factory_tool", runFactoryTool}, {"reboot", runReboot}, {"killall", runKillall}};
 
-/// The link by which this program was started, whatever argv[0] says; empty where that cannot be told.
+/// The link by which this program was started, whatever argv[0] says; empty where it is unknown.
 std::filesystem::path startedPath() {
     // NOLINTNEXTLINE(performance-no-int-to-ptr): that is how the kernel hands it over.
     const auto* path = reinterpret_cast<const char*>(getauxval(AT_EXECFN));

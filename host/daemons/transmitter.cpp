@@ -112,7 +112,7 @@ void Transmitter::endCommand() {
     if (eventbus_publish("CommandFeedback", feedback.c_str()) != 0) note("CommandFeedback %s: %m", feedback.c_str());
 }
 
-/// The transport is free before its command is announced, so that whoever is told can send the next.
+/// The transport is free before its command is announced, so that the next one can be sent at once.
 void Transmitter::rest() {
     putStatusFlag(busyPath_, false);
     isBusy_ = false;

@@ -18,7 +18,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// Time for the consoles to tell their operators.
+/// Time for the consoles to show the announcement.
 constexpr auto graceTime = 1s;
 
 constexpr char upgradeEvent[] = "UpgradeSlaveVersionQuery";

@@ -44,7 +44,7 @@ std::string nameOf(const std::string& path) {
     return name;
 }
 
-/// A tool for tests stores whatever it is told, and says what a program of the device would stumble over.
+/// A tool for tests stores whatever is given, and warns of what the programs of the device may not expect.
 void remarkOn(Store& store, const Leaf& leaf) {
     const Json wanted = parseFirstJson(leaf.value.c_str());
     const Json query = wrapped(leaf.path, parseFirstJson(leaf.value.c_str()));

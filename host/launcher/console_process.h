@@ -10,7 +10,7 @@
 
 namespace host {
 
-/// What the console is told of its connection: the name it is started under and its environment.
+/// What the console learns of its connection: the name it is started under and its environment.
 struct ConsoleIdentity {
     std::string programName;  ///< "/usr/bin/*cmdd9000port"
     std::string clientAddress;

@@ -1,4 +1,4 @@
-/// What a device is told on its command line. The supervisor reads it and hands it on to the launcher.
+/// The command line of a device. The supervisor reads it and passes it on to the launcher.
 #pragma once
 
 #include "console/ports.h"

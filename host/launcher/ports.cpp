@@ -53,7 +53,7 @@ std::unique_ptr<Listener> Ports::openPort(std::size_t index, int port) {
     const auto admit = [this, index](Peer peer) { sessions_.admit(std::move(peer), consolePorts[index]); };
     auto listener = Listener::open(loop_, options_.listen, port, admit);
     const int error = errno;
-    // Each console asks for a port once more that one of them has asked for.
+    // Every console repeats the request that one of them has made. One report is enough.
     const bool isNews = std::exchange(failedPort_, listener ? 0 : port) != port;
     if (!listener && isNews)
         std::fprintf(stderr, "launcher: cannot listen on %s %d: %s\n", options_.listen.c_str(), port,

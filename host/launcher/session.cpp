@@ -18,19 +18,19 @@ using std::chrono::steady_clock;
 constexpr std::size_t mostForPeer = 65'536;
 constexpr std::size_t mostForConsole = 65'536;
 
-/// A console that has read nothing of what waits for it in that time hangs.
+/// A console that has read none of its input in that time counts as hung.
 constexpr auto consolePatience = 30s;
 
 /// From SIGHUP or SIGTERM to SIGKILL; longer where a last text that the console collects may still be on its way.
 constexpr auto endPatience = 2s;
 constexpr auto lastTextPatience = 6s;
 
-/// Typed behind the last byte of a peer, who cannot type it: a console that echoes it has carried out all that came
-/// before. The echo is not passed on.
+/// Sent to the console after the last byte of a peer, which cannot send it itself: a console that echoes it has carried
+/// out all that came before. The echo is not passed on.
 constexpr char endMark = '\xff';
 
-/// From then on answers may come over the bus. They are complete once nothing was said for the quiet time, or when
-/// others have made the console talk on for too long.
+/// After the echo, answers may still come over the bus. They are complete once the console has written nothing for the
+/// quiet time, or at the latest, where changes of others keep it writing, after the second time.
 constexpr auto quietTime = 300ms;
 constexpr auto mostTalking = 3s;
 
@@ -103,7 +103,8 @@ void Session::toPeer(std::string bytes) {
     if (fromPeer_->waiting() > mostForPeer) fromConsole_->pauseInput();
 }
 
-/// A closed, a half-closed and a reset connection are one: what was received is carried out, then the session ends.
+/// The same for a closed, a half-closed and a reset connection: what was received is carried out, then the session
+/// ends.
 void Session::onInputEnd(Channel::End end) {
     if (end == Channel::End::reset) abandonPeer();
     if (!fromConsole_) return reportIfOver();
@@ -133,7 +134,7 @@ void Session::onQuiet() {
     quiet_.start(quietTime);
 }
 
-/// The terminal stays open for what the console says last.
+/// The terminal stays open for the console's last output.
 void Session::endConsole() {
     console_.signal(SIGHUP);
     kill_.start(lastTextPatience);

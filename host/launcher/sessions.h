@@ -17,7 +17,7 @@ class Sessions {
   public:
     Sessions(EventLoop& loop, const Options& options);
 
-    /// Starts a console for the connection, or tells the peer in one line why there is none.
+    /// Starts a console for the connection, or sends the peer one line that says why there is none.
     void admit(Peer peer, const ConsolePort& port);
 
     /// Asks every console to end.

@@ -22,7 +22,7 @@ class TelnetStream {
     /// The console's bytes as the peer has to get them, after any replies not taken yet.
     std::string encode(std::string_view fromConsole);
 
-    /// What the protocol has to tell the peer by itself: the offers at the start, answers later. Empties it.
+    /// The protocol's own bytes for the peer, offers at the start and answers later. Each is returned once.
     std::string takeReplies() { return std::exchange(replies_, {}); }
 
   private:

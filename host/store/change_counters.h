@@ -1,4 +1,4 @@
-/// Tells all processes of the device, without a system call, that a leaf may have another value than before.
+/// Shows all processes of the device, without a system call, that a leaf may have changed.
 #pragma once
 
 #include <array>

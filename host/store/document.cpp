@@ -13,7 +13,7 @@
 namespace host {
 namespace {
 
-/// The one way to write a NUL that this text, having none itself, still has. It would cut the key or the text.
+/// True for JSON with the escape \u0000: it would cut the C string of a key or a text.
 bool holdsEscapedNul(const char* text) {
     for (; *text != '\0'; ++text) {
         if (*text != '\\') continue;

@@ -66,7 +66,7 @@ bool mergeAll(Database& database, const Leaves& leaves, Paths& changed) {
     return std::all_of(leaves.begin(), leaves.end(), [&](const Leaf& leaf) { return merge(database, leaf, changed); });
 }
 
-/// What is stored is stored, heard or not.
+/// A failure is only logged, since the change is stored.
 void publish(const std::string& event, const char* payload) {
     if (eventbus_publish(event.c_str(), payload) == 0) return;
     __printLog(LOG_LEVEL_ERROR, "%s: not published: %s", event.c_str(), std::strerror(errno));

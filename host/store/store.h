@@ -18,7 +18,7 @@
 
 namespace host {
 
-/// What tells the two stores apart.
+/// What differs between the two stores.
 struct StoreKind {
     const char* name;         ///< of its files below the device root, without their endings
     const char* eventSuffix;  ///< follows the top key in the name of a change event

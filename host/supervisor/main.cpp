@@ -38,7 +38,7 @@ void warnIfExposed(const std::string& listen) {
     std::fprintf(stderr, "device: warning: anyone who reaches %s can operate this device\n", listen.c_str());
 }
 
-/// What this process gives on to all it starts: files for the owner alone, and a search path that ends with the
+/// What every process of the device inherits: files for the owner alone, and a search path that ends with the
 /// stand-ins, so that nobody finds the machine's own reboot.
 void prepareEnvironment(std::string& root) {
     std::error_code error;
@@ -66,7 +66,7 @@ Supervisor::Outcome run(Options& options) {
     return supervisor.outcome();
 }
 
-/// Nothing of the last run can linger in a process that begins anew.
+/// A new image of the program keeps no state of the last run.
 void startAnew(const Options& options) {
     std::vector<std::string> words = options.arguments();
     words.insert(words.begin(), program_invocation_name);

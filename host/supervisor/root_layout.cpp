@@ -46,7 +46,7 @@ bool belongsToAnother(const std::string& path) {
     return stat(path.c_str(), &status) == 0 && status.st_uid != geteuid();
 }
 
-/// A folder given by mistake must not lose its permissions to a device.
+/// Otherwise a folder that was given by mistake would lose its permissions.
 bool isRootOrEmpty(const std::string& path, std::error_code& error) {
     return fs::exists(deviceLockPath(), error) || fs::exists(settingsKind.databasePath(), error) ||
            fs::is_empty(path, error);

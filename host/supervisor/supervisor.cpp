@@ -37,7 +37,7 @@ constexpr auto checkpointTime = 5s;
 /// From SIGTERM to SIGKILL; the launcher ends stubborn consoles in less.
 constexpr auto endLimit = 3s;
 
-/// What the bus says is for those who look for a fault in it.
+/// The bus's own messages, for diagnosis.
 UniqueFd openBusOutput() {
     return UniqueFd(open(inRoot("log/dbus-daemon").c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_APPEND | O_CLOEXEC, 0600));
 }
@@ -47,7 +47,7 @@ std::string describeEnd(int status) {
     return std::string("status ").append(std::to_string(WEXITSTATUS(status)));
 }
 
-/// What a killed child leaves behind is handed on to this process.
+/// The orphans of a killed child have become children of this process.
 void endOrphans() {
     do {
         std::ifstream children("/proc/thread-self/children");
@@ -134,7 +134,7 @@ void Supervisor::startChild(Child& child) {
 
 void Supervisor::onBusReady() {
     chmod(busPath().c_str(), S_IRUSR | S_IWUSR);
-    // It hands an event to all its listeners before the first of them takes the processor from it.
+    // So it delivers an event to all subscribers before the first of them gets the processor.
     const sched_param noPriority = {};
     sched_setscheduler(bus().pid(), SCHED_BATCH, &noPriority);
     for (Child& child : children_) startChild(child);
@@ -200,7 +200,7 @@ void Supervisor::onEnded(Child& child, int status) {
 
 void Supervisor::stop(Outcome outcome) {
     const bool isStopping = outcome_.has_value();
-    // Whoever wants the end gets it, though a restart has begun.
+    // A stop overrides a restart that has begun.
     if (!isStopping || outcome_ == Outcome::restartWanted) outcome_ = outcome;
     if (!isStopping) proceedStopping();
 }

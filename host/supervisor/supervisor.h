@@ -21,7 +21,7 @@ class Supervisor {
     Supervisor(const Supervisor&) = delete;
     Supervisor& operator=(const Supervisor&) = delete;
 
-    /// Starts everything in a root whose folders and stores are prepared. A line on standard output tells when
+    /// Starts everything in a root whose folders and stores are prepared. A line on standard output says when
     /// connections are accepted.
     void start();
 
