@@ -37,17 +37,17 @@ bool refuse(int error) {
 
 }  // namespace
 
-bool Display::set(const std::string& mood) {
+bool Display::set(const std::string& state) {
     callers_.clear();
     listener_.reset();
     onlyCaller_.reset();
-    deaf_.reset();
-    mood_ = "refuses";
-    if (mood != "refuses" && mood != "answers" && mood != "off") return refuse(EINVAL);
-    if (mood != "refuses" && !storedAddress().starts_with("127.")) return refuse(EADDRNOTAVAIL);
-    if (mood == "answers" && !listen()) return false;
-    if (mood == "off" && !playDead()) return false;
-    mood_ = mood;
+    unanswered_.reset();
+    state_ = "refuses";
+    if (state != "refuses" && state != "answers" && state != "off") return refuse(EINVAL);
+    if (state != "refuses" && !storedAddress().starts_with("127.")) return refuse(EADDRNOTAVAIL);
+    if (state == "answers" && !listen()) return false;
+    if (state == "off" && !stopAnswering()) return false;
+    state_ = state;
     return true;
 }
 
@@ -58,17 +58,17 @@ bool Display::listen() {
 }
 
 /// A queue that holds one caller and is never looked at: the system lets every further call go unanswered.
-bool Display::playDead() {
+bool Display::stopAnswering() {
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_port = htons(static_cast<uint16_t>(storedPort()));
     inet_pton(AF_INET, storedAddress().c_str(), &address.sin_addr);
     const auto* name = reinterpret_cast<const sockaddr*>(&address);
     const int reuse = 1;
-    deaf_ = host::UniqueFd(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    unanswered_ = host::UniqueFd(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
     onlyCaller_ = host::UniqueFd(socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
-    setsockopt(deaf_.get(), SOL_SOCKET, SO_REUSEADDR, &reuse, sizeof reuse);
-    if (bind(deaf_.get(), name, sizeof address) != 0 || ::listen(deaf_.get(), 0) != 0) return false;
+    setsockopt(unanswered_.get(), SOL_SOCKET, SO_REUSEADDR, &reuse, sizeof reuse);
+    if (bind(unanswered_.get(), name, sizeof address) != 0 || ::listen(unanswered_.get(), 0) != 0) return false;
     return connect(onlyCaller_.get(), name, sizeof address) == 0 || errno == EINPROGRESS;
 }
 

@@ -22,9 +22,9 @@ class Display {
 
     /// "answers": takes what is sent and answers; "refuses": nobody listens; "off": nothing answers at all, not even a
     /// call. False with errno set, and nobody listening, when the address is not this machine's or is taken.
-    bool set(const std::string& mood);
+    bool set(const std::string& state);
 
-    const std::string& mood() const { return mood_; }
+    const std::string& state() const { return state_; }
 
   private:
     struct Caller {
@@ -33,16 +33,16 @@ class Display {
     };
 
     bool listen();
-    bool playDead();
+    bool stopAnswering();
     void admit(host::Peer peer);
     void answer(int socket, const std::string& bytes);
 
     host::EventLoop& loop_;
     OnTraffic onTraffic_;
-    std::string mood_ = "refuses";
+    std::string state_ = "refuses";
     std::unique_ptr<host::Listener> listener_;
     std::list<Caller> callers_;
-    host::UniqueFd deaf_;
+    host::UniqueFd unanswered_;
     host::UniqueFd onlyCaller_;
 };
 

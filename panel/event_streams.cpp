@@ -36,8 +36,8 @@ void prepareConnection(evhttp_connection* connection) {
 }  // namespace
 
 EventStreams::EventStreams(host::EventLoop& loop, std::function<void(Id)> onOpen, std::function<void(Id)> onClose)
-    : onOpen_(std::move(onOpen)), onClose_(std::move(onClose)), awake_(loop, [this] { keepAwake(); }) {
-    awake_.start(silence);
+    : onOpen_(std::move(onOpen)), onClose_(std::move(onClose)), keepAlive_(loop, [this] { sendKeepAlive(); }) {
+    keepAlive_.start(silence);
 }
 
 EventStreams::~EventStreams() {
@@ -96,9 +96,9 @@ void EventStreams::dropSlow() {
 }
 
 /// A client that has vanished is noticed when it is sent something.
-void EventStreams::keepAwake() {
+void EventStreams::sendKeepAlive() {
     sendRaw(":\n\n");
-    awake_.start(silence);
+    keepAlive_.start(silence);
 }
 
 }  // namespace panel

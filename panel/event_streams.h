@@ -45,13 +45,13 @@ class EventStreams {
     void sendRaw(std::string_view bytes);
     void write(const Stream& stream, std::string_view bytes);
     void dropSlow();
-    void keepAwake();
+    void sendKeepAlive();
 
     std::function<void(Id)> onOpen_;
     std::function<void(Id)> onClose_;
     std::list<Stream> streams_;
     Id lastId_ = 0;
-    host::Timer awake_;
+    host::Timer keepAlive_;
 };
 
 }  // namespace panel

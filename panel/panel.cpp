@@ -17,7 +17,7 @@ namespace {
 using namespace std::chrono_literals;
 
 /// What happens within that time is sent in one message, so that many changes do not make many messages.
-constexpr auto tellingTime = 40ms;
+constexpr auto sendingTime = 40ms;
 
 /// A reset of all settings is announced before it is made, and raises no event.
 constexpr char upgradeEvent[] = "UpgradeSlaveVersionQuery";
@@ -83,7 +83,7 @@ Panel::Panel(host::EventLoop& loop, std::string consoleAddress)
                }),
       settings_(host::settingsStore()),
       status_(host::statusStore()),
-      telling_(loop, [this] { tell(); }),
+      sending_(loop, [this] { sendChanges(); }),
       rereading_(loop, [this] { rereadForAWhile(); }) {}
 
 void Panel::serve(const Request& request) {
@@ -117,7 +117,7 @@ void Panel::setDisplay(const Request& request) {
     const bool isSet = display_.set(request.body);
     const int error = errno;
     host::Json message(json_object_new_object());
-    add(message.get(), "display", host::Json(json_object_new_string(display_.mood().c_str())));
+    add(message.get(), "display", host::Json(json_object_new_string(display_.state().c_str())));
     streams_.send(host::compactText(message.get()));
     if (isSet) return request.reply(done, "");
     request.reply(conflict, std::string("The display cannot be at its address: ") + std::strerror(error));
@@ -156,7 +156,7 @@ void Panel::onOpen(Id id) {
     add(message.get(), "settings", settings_.whole());
     add(message.get(), "status", status_.whole());
     add(message.get(), "sessions", sessions_.list());
-    add(message.get(), "display", host::Json(json_object_new_string(display_.mood().c_str())));
+    add(message.get(), "display", host::Json(json_object_new_string(display_.state().c_str())));
     streams_.sendTo(id, host::compactText(message.get()));
 }
 
@@ -179,15 +179,15 @@ void Panel::onTraffic(const host::BusTraffic& traffic) {
 
 void Panel::rereadForAWhile() {
     storesMayDiffer_ = true;
-    tell();
+    sendChanges();
     if (--rereadings_ > 0) rereading_.start(rereadingTime);
 }
 
 void Panel::tellSoon() {
-    if (!telling_.isRunning()) telling_.start(tellingTime);
+    if (!sending_.isRunning()) sending_.start(sendingTime);
 }
 
-void Panel::tell() {
+void Panel::sendChanges() {
     if (streams_.isEmpty()) return;
     host::Json message(json_object_new_object());
     if (std::exchange(storesMayDiffer_, false)) {

@@ -43,7 +43,7 @@ class Panel {
     void onTraffic(const host::BusTraffic& traffic);
     void endConsole(Id id);
     void tellSoon();
-    void tell();
+    void sendChanges();
     void rereadForAWhile();
 
     host::EventLoop& loop_;
@@ -59,7 +59,7 @@ class Panel {
     bool storesMayDiffer_ = false;
     bool sessionsDiffer_ = false;
     int rereadings_ = 0;
-    host::Timer telling_;
+    host::Timer sending_;
     host::Timer rereading_;
 };
 

@@ -10,9 +10,9 @@ host::Json StoreView::news() {
     if (tree == nullptr) return news;
     json_object_object_foreach(tree.get(), key, branch) {
         std::string text = host::compactText(branch);
-        std::string& told = told_[key];
-        if (told == text) continue;
-        told = std::move(text);
+        std::string& sent = sent_[key];
+        if (sent == text) continue;
+        sent = std::move(text);
         if (news == nullptr) news.reset(json_object_new_object());
         json_object_object_add(news.get(), key, json_object_get(branch));
     }

@@ -21,7 +21,7 @@ class StoreView {
 
   private:
     host::Store& store_;
-    std::map<std::string, std::string> told_;
+    std::map<std::string, std::string> sent_;
 };
 
 }  // namespace panel

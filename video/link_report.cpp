@@ -4,7 +4,6 @@
 #include "text/fixed_text.h"
 #include "text/text.h"
 #include "video/link_status.h"
-#include "video/link_update.h"
 
 #include <cstdio>
 

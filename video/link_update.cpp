@@ -1,7 +1,6 @@
-#include "video/link_update.h"
-
 #include "platform/user_status.h"
 #include "settings/write_path.h"
+#include "video/link_status.h"
 
 namespace {
 

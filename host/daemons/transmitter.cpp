@@ -68,7 +68,7 @@ Transmitter::Transmitter(Daemon& daemon, const char* command, const char* busyPa
       busyPath_(busyPath),
       line_(std::move(line)),
       wait_(daemon.loop(), [this] { send(); }),
-      quiet_(daemon.loop(), [this] { rest(); }) {
+      quiet_(daemon.loop(), [this] { becomeIdle(); }) {
     daemon.offer("SetCmdOn", [this](const char* text) { return accept(text); });
     // Of a daemon that died while it was sending.
     putStatusFlag(busyPath_, false);
@@ -113,7 +113,7 @@ void Transmitter::endCommand() {
 }
 
 /// The transport is free before its command is announced, so that the next one can be sent at once.
-void Transmitter::rest() {
+void Transmitter::becomeIdle() {
     putStatusFlag(busyPath_, false);
     isBusy_ = false;
     endCommand();

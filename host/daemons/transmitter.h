@@ -36,7 +36,7 @@ class Transmitter {
     void startNext();
     void send();
     void endCommand();
-    void rest();
+    void becomeIdle();
 
     const char* const command_;
     const char* const busyPath_;

@@ -58,7 +58,7 @@ Channel::Handlers Session::peerHandlers() {
                 [this] {
                     if (fromConsole_) fromConsole_->resumeInput();
                     resumePeer();
-                    partIfDelivered();
+                    closeIfDelivered();
                 },
             .onEnd = [this](Channel::End end) { end == Channel::End::lost ? hangUp() : onInputEnd(end); }};
 }
@@ -168,7 +168,7 @@ void Session::closeConsole() {
     takeLastOutput();
     fromConsole_.reset();
     console_.hangUp();
-    partIfDelivered();
+    closeIfDelivered();
 }
 
 /// A program that the console has left behind may hold the terminal open and write on, so there is a bound.
@@ -181,7 +181,7 @@ void Session::takeLastOutput() {
     }
 }
 
-void Session::partIfDelivered() {
+void Session::closeIfDelivered() {
     if (fromConsole_ || !fromPeer_ || fromPeer_->waiting() > 0) return;
     quiet_.stop();
     fromPeer_.reset();

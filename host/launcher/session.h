@@ -56,7 +56,7 @@ class Session {
     void endConsole();
     void closeConsole();
     void takeLastOutput();
-    void partIfDelivered();
+    void closeIfDelivered();
     void reportIfOver();
 
     TelnetStream stream_;

@@ -1,4 +1,4 @@
-// The device as this page knows it: what it was told over its one stream, and the ways to change something.
+// The device as this page knows it: what it got over its one stream, and the ways to change something.
 import { notice } from "./dom.js";
 
 export const device = { settings: {}, status: {}, sessions: [], display: "refuses", isLive: false };
@@ -12,7 +12,7 @@ export function on(kind, callback) {
     listeners[kind].push(callback);
 }
 
-function tell(kind, value) {
+function notify(kind, value) {
     for (const callback of listeners[kind]) callback(value);
 }
 
@@ -62,17 +62,17 @@ function take(message) {
     Object.assign(device.status, message.status);
     if (message.sessions) device.sessions = message.sessions;
     if (message.display) device.display = message.display;
-    if (message.strip) tell("strip", message.strip);
-    if (message.console !== undefined) tell("console", message.console);
-    if (message.consoleEnded) tell("consoleEnded");
-    if (message.page || message.settings || message.status || message.sessions || message.display) tell("state");
+    if (message.strip) notify("strip", message.strip);
+    if (message.console !== undefined) notify("console", message.console);
+    if (message.consoleEnded) notify("consoleEnded");
+    if (message.page || message.settings || message.status || message.sessions || message.display) notify("state");
 }
 
 function lose() {
     if (!device.isLive) return;
     device.isLive = false;
-    tell("consoleEnded");
-    tell("state");
+    notify("consoleEnded");
+    notify("state");
 }
 
 /** The browser itself comes back when the stream ends, but not when it was refused. */

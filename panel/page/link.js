@@ -43,7 +43,7 @@ function measure(cable, side) {
     return encode(side, { mse, maxErr: mse.map((value) => Math.min(255, value / 4)), length, ...counted });
 }
 
-/** Puts both texts where the link's daemon puts them; the store tells everybody. */
+/** Puts both texts where the link's daemon puts them; the store publishes the change. */
 const inject = (cable) =>
     report(
         wrap(path, {

@@ -1,5 +1,5 @@
 // How a value looks and is changed. A picture is made for a leaf's name and a way to change it; it has an element, and
-// shows a value when it is told.
+// shows each value that it is given.
 import { draw, make, write } from "./dom.js";
 
 const row = (name, ...parts) => make("div", { class: "row" }, make("span", { class: "name" }, name), ...parts);

@@ -39,7 +39,7 @@ function leavesOf(tree, path = []) {
     return Object.entries(tree).flatMap(([key, value]) => leavesOf(value, [...path, key]));
 }
 
-/** An entry as it is shown: what goes out to the display is told from other calls. */
+/** An entry as it is shown: what goes out to the display looks different from other calls. */
 function readable(entry) {
     const { kind, who, text } = entry;
     try {
