@@ -3,8 +3,10 @@
 #include "command/log.h"
 #include "console/command_table.h"
 #include "settings/write_path.h"
+#include "text/plain_leaf.h"
 #include "text/text.h"
 
+#include <cstdlib>
 #include <json-c/json.h>
 
 namespace {
@@ -20,18 +22,31 @@ void open(MatchText& text, const char* key) {
     text.append("\":");
 }
 
-/// `text` is the match text up to the leaf's colon.
+// `text` is the match text up to the leaf's colon.
+
+void showBoolean(MatchText& text, bool value, ChangeTurn& turn) {
+    text.append("%s}");
+    cipProcJson(text.c_str(), {value ? 1 : 0}, turn);
+}
+
+void showInteger(MatchText& text, int value, ChangeTurn& turn) {
+    text.append("%d}");
+    cipProcJson(text.c_str(), {value}, turn);
+}
+
+void showText(MatchText& text, const char* value, ChangeTurn& turn) {
+    text.append("\"%s\"");
+    cipProcJson(text.c_str(), {0, value}, turn);
+}
+
 void showLeaf(MatchText& text, json_object* leaf, ChangeTurn& turn) {
     switch (json_object_get_type(leaf)) {
         case json_type_boolean:
-            text.append("%s}");
-            return cipProcJson(text.c_str(), {json_object_get_boolean(leaf) ? 1 : 0}, turn);
+            return showBoolean(text, json_object_get_boolean(leaf) != 0, turn);
         case json_type_int:
-            text.append("%d}");
-            return cipProcJson(text.c_str(), {json_object_get_int(leaf)}, turn);
+            return showInteger(text, json_object_get_int(leaf), turn);
         case json_type_string:
-            text.append("\"%s\"");
-            return cipProcJson(text.c_str(), {0, json_object_get_string(leaf)}, turn);
+            return showText(text, json_object_get_string(leaf), turn);
         default:
             return;  // no command shows a double, an array or a null
     }
@@ -58,6 +73,26 @@ bool isAnnounced(const char* matchText) {
 }
 
 }  // namespace
+
+bool showPlainChange(const char* document, LineTurns& turns) {
+    const std::optional<PlainLeaf> leaf = findPlainLeaf(document);
+    if (!leaf) return false;
+    MatchText value;
+    value.append(leaf->value, leaf->size);
+    if (value.isCut()) return false;
+    MatchText text;
+    text.append(document, static_cast<std::size_t>(leaf->value - document));
+    ChangeTurn turn(turns);
+    if (leaf->kind == PlainLeaf::Kind::integer) {
+        showInteger(text, std::atoi(value.c_str()), turn);
+    } else if (leaf->kind == PlainLeaf::Kind::truthValue) {
+        showBoolean(text, equals(value.c_str(), "true"), turn);
+    } else {
+        value.truncate(leaf->size - 1);
+        showText(text, value.c_str() + 1, turn);
+    }
+    return true;
+}
 
 void walkChangedJson(json_token* changes, const char* category, LineTurns& turns) {
     MatchText text;

@@ -46,6 +46,12 @@ void followReset(const char* payload) {
     session->idle.restart();
 }
 
+/// Whether `payload` is shown already: most changes tell of one leaf, and only a change of the network may concern the
+/// idle clock.
+bool isShownAsItIs(const char* payload) {
+    return sessionAuthenticated && !startsWith(payload, R"({"network")") && showPlainChange(payload, session->turns);
+}
+
 void showChanges(json_token* changes, const char* category) {
     if (sessionAuthenticated) walkChangedJson(changes, category, session->turns);
 }
@@ -70,7 +76,7 @@ OwnedToken statusChanges(const char* category, const char* payload) {
 }
 
 void onConfigChanged(void* category, const char* payload) {
-    if (payload == nullptr) return;
+    if (payload == nullptr || isShownAsItIs(payload)) return;
     const OwnedToken changes = parsePayload(payload);
     if (!changes) return;
     followTimeout(changes.get());

@@ -8,6 +8,7 @@
 #include "console/session.h"
 #include "fuzz/device.h"
 #include "fuzz/require.h"
+#include "host/store/document.h"
 #include "tests/capture.h"
 
 #include <algorithm>
@@ -58,6 +59,12 @@ void checkOutput(const std::string& event, const std::string& payload, const std
     }
 }
 
+void checkPlainLeaf(const std::string& payload) {
+    const std::optional<host::Leaf> leaf = host::plainLeafOf(payload.c_str());
+    fuzz::require(!leaf || fuzz::leavesOf(payload) == fuzz::Leaves{{leaf->path, leaf->value}},
+                  "what is read at a glance is what json-c reads", payload);
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -69,6 +76,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if ((data[0] & broadcastOff) == 0) fake_platform::setConfig(R"({"system":{"broadcast":true}})");
     const std::string event = events[(data[0] & 0x0F) % std::size(events)];
     const std::string payload = std::string(data + 1, data + size).c_str();  // a payload ends at its first NUL
+    checkPlainLeaf(payload);
     bool isServed = false;
     const std::string text = fake_platform::capture([&] { isServed = fake_platform::deliver(event, payload); });
     fuzz::require(isServed, "the listener listens on");

@@ -1,6 +1,9 @@
 #include "host/base/json.h"
 
+#include "text/plain_leaf.h"
+
 #include <climits>
+#include <cstdlib>
 #include <cstring>
 #include <json-c/json_tokener.h>
 
@@ -31,9 +34,26 @@ Json parse(int flags, const char* text, int length) {
 
 bool isType(const json_object* value, json_type type) { return json_object_is_type(value, type) != 0; }
 
+/// A leaf as a store writes most of them needs no tokener. Null for any other text.
+Json plainJson(const char* text) {
+    const PlainLeaf plain = plainValue(text);
+    if (plain.size == 0 || text[plain.size] != '\0') return nullptr;
+    switch (plain.kind) {
+        case PlainLeaf::Kind::truthValue:
+            return Json(json_object_new_boolean(*text == 't'));
+        case PlainLeaf::Kind::integer:
+            return Json(json_object_new_int(std::atoi(text)));
+        default:
+            return Json(json_object_new_string_len(text + 1, static_cast<int>(plain.size) - 2));
+    }
+}
+
 }  // namespace
 
-Json parseFirstJson(const char* text) { return parse(0, text, -1); }
+Json parseFirstJson(const char* text) {
+    Json plain = plainJson(text);
+    return plain ? std::move(plain) : parse(0, text, -1);
+}
 
 Json parseExactJson(const char* text) {
     // With its NUL, so that the tokener knows that nothing follows.

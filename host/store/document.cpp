@@ -1,6 +1,7 @@
 #include "host/store/document.h"
 
 #include "host/store/json_pointer.h"
+#include "text/plain_leaf.h"
 
 #include <cmath>
 #include <cstdint>
@@ -67,6 +68,18 @@ json_object* enter(json_object* object, const std::string& key) {
 
 }  // namespace
 
+std::optional<Leaf> plainLeafOf(const char* document) {
+    const std::optional<PlainLeaf> plain = findPlainLeaf(document);
+    if (!plain) return std::nullopt;
+    Leaf leaf{{}, {plain->value, plain->size}};
+    for (const char* key = document; key < plain->value;) {
+        const std::string_view quoted(key + 1, plainTextSize(key + 1));
+        appendKey(leaf.path, quoted.substr(1, quoted.size() - 2));
+        key = quoted.end() + 1;  // behind the colon
+    }
+    return leaf;
+}
+
 Json parseUpdate(const char* text) {
     Json document = holdsEscapedNul(text) ? nullptr : parseExactJson(text);
     if (!isObject(document.get())) return nullptr;
@@ -82,6 +95,7 @@ Leaves leavesOf(json_object* document) {
 }
 
 std::optional<std::string> queriedPath(const char* query) {
+    if (std::optional<Leaf> leaf = plainLeafOf(query)) return std::move(leaf->path);
     const Json document = parseFirstJson(query);
     if (!isObject(document.get())) return std::nullopt;
     std::string path;

@@ -15,6 +15,9 @@ struct Leaf {
 };
 using Leaves = std::vector<Leaf>;
 
+/// The leaf of a document that leads to one and needs no taking apart, as most do; nothing for any other document.
+std::optional<Leaf> plainLeafOf(const char* document);
+
 /// The object that `text` is. Null for text that is no such object as a whole and for one that could not be stored as
 /// it stands: with a NUL in a text or a number that its type cannot hold.
 Json parseUpdate(const char* text);

@@ -19,13 +19,6 @@ std::optional<bool> LeafCache::read(std::string_view query, const ChangeCounters
     return reader(entry.parsed());
 }
 
-std::optional<std::string> LeafCache::pathOf(std::string_view query) {
-    const std::lock_guard lock(mutex_);
-    const auto known = queries_.find(query);
-    if (known == queries_.end()) return std::nullopt;
-    return known->second->first;
-}
-
 void LeafCache::keep(const std::string& query, const std::string& path, Stamp stamp, std::optional<std::string> value) {
     if (query.size() > longestQuery) return;
     const std::lock_guard lock(mutex_);

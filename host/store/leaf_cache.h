@@ -31,9 +31,6 @@ class LeafCache {
     /// thread reads meanwhile.
     std::optional<bool> read(std::string_view query, const ChangeCounters& changes, const LeafReader& reader);
 
-    /// The path that a query names which was kept before.
-    std::optional<std::string> pathOf(std::string_view query);
-
     /// Nothing as `value` says that no leaf is there.
     void keep(const std::string& query, const std::string& path, Stamp stamp, std::optional<std::string> value);
 

@@ -100,7 +100,7 @@ bool Store::readLeaf(const char* query, const LeafReader& reader) {
     if (state == nullptr) return false;
     if (const std::optional<bool> cached = cache_.read(query, state->changes, reader)) return *cached;
 
-    const std::optional<std::string> path = pathOf(query);
+    const std::optional<std::string> path = queriedPath(query);
     if (!path) return false;
     const ChangeCounters::Index counter = ChangeCounters::indexOf(*path);
     const ChangeCounters::Count before = state->changes[counter];
@@ -128,15 +128,12 @@ std::optional<std::string> Store::readText(const char* query) {
 }
 
 bool Store::update(const char* text) {
+    if (const std::optional<Leaf> leaf = plainLeafOf(text)) {
+        return put({*leaf}, [&](const Paths&) { publish(topKeyOf(leaf->path) + kind_.eventSuffix, text); });
+    }
     const Json document = parseUpdate(text);
     if (!document) return refuseDocument();
-    const Leaves leaves = leavesOf(document.get());
-    if (stands(leaves)) return true;
-    return write([&](Database& database, Paths& changed) { return mergeAll(database, leaves, changed); },
-                 [&](const Paths& changed) {
-                     remember(leaves, changed);
-                     announce(text, document.get(), changed);
-                 });
+    return put(leavesOf(document.get()), [&](const Paths& changed) { announce(text, document.get(), changed); });
 }
 
 bool Store::replaceAll(const char* text) {
@@ -188,12 +185,6 @@ std::optional<Leaves> Store::read(const PathRange& range) {
     return database_.read(range);
 }
 
-/// A query that was asked before is not taken apart again.
-std::optional<std::string> Store::pathOf(const char* query) {
-    std::optional<std::string> path = cache_.pathOf(query);
-    return path ? path : queriedPath(query);
-}
-
 std::optional<Json> Store::valueAt(const std::string& path) {
     const std::optional<Leaves> leaf = read(onlyPath(path));
     if (leaf && !leaf->empty()) return parseFirstJson(leaf->front().value.c_str());
@@ -202,14 +193,23 @@ std::optional<Json> Store::valueAt(const std::string& path) {
     return treeBelow(path, *below);
 }
 
-bool Store::write(const Change& change, const std::function<void(const Paths&)>& announce) {
+bool Store::put(const Leaves& leaves, const Announcement& announce) {
+    if (stands(leaves)) return true;
+    return write([&](Database& database, Paths& changed) { return mergeAll(database, leaves, changed); },
+                 [&](const Paths& changed) {
+                     remember(leaves, changed);
+                     announce(changed);
+                 });
+}
+
+bool Store::write(const Change& change, const Announcement& announce) {
     SharedState* state = shared();
     if (state == nullptr) return false;
     const Turn turn(*state, kind_.name);
     Paths changed;
     if (!turn.isMine() || !commit(change, state->changes, changed)) return false;
     // Still in turn, so that events are in the order of the changes.
-    announce(changed);
+    if (!changed.empty()) announce(changed);
     return true;
 }
 

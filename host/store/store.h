@@ -64,12 +64,13 @@ class Store {
   private:
     using Paths = std::vector<std::string>;
     using Change = std::function<bool(Database& database, Paths& changed)>;
+    using Announcement = std::function<void(const Paths& changed)>;
 
     SharedState* shared();
     std::optional<Leaves> read(const PathRange& range);
-    std::optional<std::string> pathOf(const char* query);
     std::optional<Json> valueAt(const std::string& path);
-    bool write(const Change& change, const std::function<void(const Paths& changed)>& announce);
+    bool put(const Leaves& leaves, const Announcement& announce);
+    bool write(const Change& change, const Announcement& announce);
     bool commit(const Change& change, ChangeCounters& counters, Paths& changed);
     bool stands(const Leaves& leaves);
     void remember(const Leaves& leaves, const Paths& changed);
