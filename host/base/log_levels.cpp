@@ -1,6 +1,7 @@
 #include "host/base/log_levels.h"
 
 #include "host/base/device_root.h"
+#include "host/base/unique_fd.h"
 #include "platform/logger.h"
 
 #include <algorithm>
@@ -32,10 +33,8 @@ namespace {
 
 /// Lets __logLevels follow the file. Whoever has no such file keeps the defaults.
 void followLevels(const std::string& path) {
-    const int fd = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (fd < 0) return;
-    void* shared = mmap(nullptr, sizeof(Levels), PROT_READ, MAP_SHARED, fd, 0);
-    close(fd);
+    const UniqueFd fd(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    void* shared = mmap(nullptr, sizeof(Levels), PROT_READ, MAP_SHARED, fd.get(), 0);
     if (shared != MAP_FAILED) __logLevels = static_cast<const volatile int*>(shared);
 }
 
@@ -47,20 +46,16 @@ void followLevels(const std::string& path) {
 
 /// Written in place: other processes have the file mapped.
 bool writeLevels(const int* levels, std::size_t count, std::size_t first, int flags) {
-    const int fd = open(inRoot(levelsFile).c_str(), O_WRONLY | O_CLOEXEC | flags, 0600);
-    if (fd < 0) return false;
+    const UniqueFd fd(open(inRoot(levelsFile).c_str(), O_WRONLY | O_CLOEXEC | flags, 0600));
     const auto size = static_cast<ssize_t>(count * sizeof(int));
-    const bool isWritten = pwrite(fd, levels, count * sizeof(int), static_cast<off_t>(first * sizeof(int))) == size;
-    close(fd);
-    return isWritten;
+    return fd && pwrite(fd.get(), levels, count * sizeof(int), static_cast<off_t>(first * sizeof(int))) == size;
 }
 
 /// With blocks reserved for its first lines, so that a full disk can still be logged.
 bool makeLog(const std::string& path) {
-    const int fd = open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
-    if (fd < 0) return false;
-    fallocate(fd, FALLOC_FL_KEEP_SIZE, 0, 128 << 10);
-    close(fd);
+    const UniqueFd fd(open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600));
+    if (!fd) return false;
+    fallocate(fd.get(), FALLOC_FL_KEEP_SIZE, 0, 128 << 10);
     return true;
 }
 

@@ -1,6 +1,7 @@
 #include "host/bus/connection.h"
 
 #include "host/base/time_span.h"
+#include "host/base/unique_fd.h"
 #include "host/base/unix_address.h"
 #include "host/bus/bus_names.h"
 
@@ -33,13 +34,10 @@ bool connectBlocking(int socket, const UnixAddress& address) {
     return failBus(-ETIMEDOUT);
 }
 
-int connectToBus() {
-    const int descriptor = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    if (descriptor < 0 || connectBlocking(descriptor, UnixAddress(busPath()))) return descriptor;
-    const int error = errno;
-    ::close(descriptor);
-    errno = error;
-    return -1;
+UniqueFd connectToBus() {
+    UniqueFd socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    if (socket && !connectBlocking(socket.get(), UnixAddress(busPath()))) socket.reset();
+    return socket;
 }
 
 /// Hands the descriptor to sd-bus, which owns it from then on, success or not.
@@ -55,40 +53,25 @@ int startBus(sd_bus* bus, int descriptor) {
 
 bool Connection::open() {
     if (isOpen()) return true;
-    abandonInChild();
     close();
-    const int descriptor = connectToBus();
-    if (descriptor < 0) return false;
+    UniqueFd socket = connectToBus();
+    if (!socket) return false;
     int result = sd_bus_new(&bus_);
-    if (result < 0) {
-        ::close(descriptor);
-        return failBus(result);
-    }
-    descriptor_ = descriptor;
-    owner_ = getpid();
-    result = startBus(bus_, descriptor);
+    if (result < 0) return failBus(result);
+    descriptor_ = socket.release();
+    result = startBus(bus_, descriptor_);
     if (result >= 0) return true;
     close();
     return failBus(result);
 }
 
-bool Connection::isOpen() const { return bus_ != nullptr && owner_ == getpid() && sd_bus_is_open(bus_) > 0; }
+bool Connection::isOpen() const { return bus_ != nullptr && sd_bus_is_open(bus_) > 0; }
 
 void Connection::close() {
     const int error = errno;
-    abandonInChild();
     bus_ = sd_bus_close_unref(bus_);
     descriptor_ = -1;
     errno = error;
-}
-
-void Connection::abandonInChild() {
-    if (bus_ == nullptr || owner_ == getpid()) return;
-    // sd-bus refuses everything in a child. Only the descriptor is given back: while it is open anywhere, the bus
-    // takes the parent for connected.
-    ::close(descriptor_);
-    bus_ = nullptr;
-    descriptor_ = -1;
 }
 
 bool Connection::flush(Deadline deadline) {

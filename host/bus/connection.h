@@ -4,7 +4,6 @@
 #include "host/bus/deadline.h"
 
 #include <cerrno>
-#include <sys/types.h>
 #include <systemd/sd-bus.h>
 
 namespace host {
@@ -15,7 +14,7 @@ inline constexpr std::chrono::milliseconds busLimit{2000};
 /// The longest single wait of those that wait without a limit.
 inline constexpr std::chrono::hours longestWait{24};
 
-/// Belongs to the thread and the process that opened it: a forked child finds it closed and opens its own.
+/// Belongs to the thread that opened it. sd-bus refuses it to a forked child, which finds it closed and opens its own.
 class Connection {
   public:
     Connection() = default;
@@ -40,11 +39,8 @@ class Connection {
     bool flush(Deadline deadline);
 
   private:
-    void abandonInChild();
-
     sd_bus* bus_ = nullptr;
     int descriptor_ = -1;
-    pid_t owner_ = 0;
 };
 
 /// errno from one of sd-bus's negative results; always false.

@@ -1,5 +1,7 @@
 #include "host/store/shared_state.h"
 
+#include "host/base/unique_fd.h"
+
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
@@ -11,17 +13,12 @@
 namespace host {
 namespace {
 
-/// Closes `fd`.
 void* mapWhole(int fd) {
     struct stat status = {};
-    void* memory = MAP_FAILED;
-    if (fstat(fd, &status) == 0 && status.st_size == sizeof(SharedState)) {
-        memory = mmap(nullptr, sizeof(SharedState), PROT_READ | PROT_WRITE, MAP_SHARED, fd, 0);
-    } else {
-        errno = EBADMSG;
-    }
-    close(fd);
-    return memory;
+    if (fstat(fd, &status) == 0 && status.st_size == sizeof(SharedState))
+        return mmap(nullptr, sizeof(SharedState), PROT_READ | PROT_WRITE, MAP_SHARED, fd, 0);
+    errno = EBADMSG;
+    return MAP_FAILED;
 }
 
 }  // namespace
@@ -29,11 +26,11 @@ void* mapWhole(int fd) {
 bool makeSharedState(const std::string& path) {
     const std::string fresh = path + ".new";
     unlink(fresh.c_str());
-    const int fd = open(fresh.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
-    if (fd < 0) return false;
+    const UniqueFd fd(open(fresh.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+    if (!fd) return false;
     // Real blocks: on a full disk it fails here and not at the first access to the memory.
-    const int error = posix_fallocate(fd, 0, sizeof(SharedState));
-    void* memory = mapWhole(fd);
+    const int error = posix_fallocate(fd.get(), 0, sizeof(SharedState));
+    void* memory = mapWhole(fd.get());
     if (error != 0) errno = error;
     if (memory == MAP_FAILED) return false;
     new (memory) SharedState;
@@ -42,9 +39,8 @@ bool makeSharedState(const std::string& path) {
 }
 
 SharedState* mapSharedState(const std::string& path) {
-    const int fd = open(path.c_str(), O_RDWR | O_CLOEXEC);
-    if (fd < 0) return nullptr;
-    void* memory = mapWhole(fd);
+    const UniqueFd fd(open(path.c_str(), O_RDWR | O_CLOEXEC));
+    void* memory = fd ? mapWhole(fd.get()) : MAP_FAILED;
     return memory == MAP_FAILED ? nullptr : static_cast<SharedState*>(memory);
 }
 
