@@ -41,17 +41,15 @@ class Captured {
 
 /// What `function` writes to standard output; to standard error.
 template <typename Function>
-std::string capture(Function&& function) {
-    const Captured captured(stdout);
+std::string capture(Function&& function, std::FILE* stream = stdout) {
+    const Captured captured(stream);
     function();
     return captured.text();
 }
 
 template <typename Function>
 std::string captureErrors(Function&& function) {
-    const Captured captured(stderr);
-    function();
-    return captured.text();
+    return capture(function, stderr);
 }
 
 }  // namespace fake_platform

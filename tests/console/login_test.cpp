@@ -4,8 +4,10 @@
 #include "tests/capture.h"
 #include "tests/fake_platform/fake_platform.h"
 
+#include <cstring>
 #include <gtest/gtest.h>
 #include <pty.h>
+#include <unistd.h>
 
 using namespace fake_platform;
 
@@ -75,45 +77,20 @@ TEST_F(LoginTest, AClientIsLockedByAnyOfItsEntries) {
     EXPECT_FALSE(loginIsLocked("a"));
 }
 
-/// A terminal of the test's own as standard input.
-class Terminal {
-  public:
-    Terminal() : saved_(dup(STDIN_FILENO)) {
-        int inner;
-        openpty(&outer_, &inner, nullptr, nullptr, nullptr);
-        dup2(inner, STDIN_FILENO);
-        close(inner);
-    }
-    ~Terminal() {
-        dup2(saved_, STDIN_FILENO);
-        close(saved_);
-        close(outer_);
-    }
-    Terminal(const Terminal&) = delete;
-    Terminal& operator=(const Terminal&) = delete;
-    /// Returns when the text has arrived, as its echo shows.
-    void type(const std::string& text) const {
-        std::string echo = text;
-        ASSERT_EQ(write(outer_, text.data(), text.size()), ssize_t(text.size()));
-        for (char& byte : echo) ASSERT_EQ(read(outer_, &byte, 1), 1);
-        ASSERT_EQ(echo, text);
-    }
-
-  private:
-    int outer_ = -1;
-    int saved_;
-};
-
 TEST_F(LoginTest, AnAnswerIsWhatWasTypedLastBeforeTheQuiet) {
-    const Terminal terminal;
+    int outer = -1, inner = -1;
+    ASSERT_EQ(openpty(&outer, &inner, nullptr, nullptr, nullptr), 0);
+    dup2(inner, STDIN_FILENO);
     char answer[8] = "";
     EXPECT_EQ(loginReadInput(answer, sizeof answer, 20), 0);
-    terminal.type("root");
-    EXPECT_EQ(loginReadInput(answer, sizeof answer, 20), 4);
-    EXPECT_STREQ(answer, "root");
-    terminal.type("0123456789");
-    EXPECT_EQ(loginReadInput(answer, sizeof answer, 20), 3);
-    EXPECT_STREQ(answer, "789");
+    for (const auto& [typed, read] : {std::pair("root", "root"), {"0123456789", "789"}}) {
+        ASSERT_EQ(write(outer, typed, std::strlen(typed)), ssize_t(std::strlen(typed)));
+        char echo;
+        for (const char* byte = typed; *byte != '\0'; ++byte) ASSERT_EQ(::read(outer, &echo, 1), 1);
+        EXPECT_EQ(loginReadInput(answer, sizeof answer, 20), ssize_t(std::strlen(read)));
+        EXPECT_STREQ(answer, read);
+    }
+    for (const int descriptor : {outer, inner, STDIN_FILENO}) close(descriptor);
 }
 
 }  // namespace

@@ -3,9 +3,9 @@
 #include "console/bus_loop.h"
 #include "console/event_listener.h"
 #include "console/session.h"
-#include "tests/capture.h"
-#include "tests/fake_platform/fake_platform.h"
+#include "tests/dialogue.h"
 
+#include <chrono>
 #include <gtest/gtest.h>
 #include <thread>
 
@@ -19,90 +19,111 @@ class BusLoopDeathTest : public testing::Test {
     BusLoopDeathTest() {
         testing::FLAGS_gtest_death_test_style = "threadsafe";
         reset();
+        setBroadcast(true);
+        setStatus(R"({"system":{"slaveMcu":{"isReady":true}}})");
     }
+
+    static void startListener() {
+        std::thread(eventListenerThread, &session_).detach();
+        awaitSubscription("UpgradeSlaveVersionQuery");
+    }
+
+    static void setTimeout(int seconds) {
+        setConfig(R"({"network":{"telnet":{"tcpipTimeout":)" + std::to_string(seconds) + "}}}");
+    }
+
+    /// Whether the session ends after that many seconds.
+    static bool endsAfter(int seconds) {
+        while (--seconds > 0) {
+            if (session_.idle.tick()) return false;
+        }
+        return session_.idle.tick();
+    }
+
+    /// What a console of the kind shows of a feedback text, a reset, a changed setting and a link report.
+    static std::string shownBy(int kind, bool isAuthenticated) {
+        session_.kind = kind;
+        sessionAuthenticated = isAuthenticated;
+        const std::string fields(70, '0');
+        const std::string report =
+            R"({"video":{"vidIn":{"hdbtIn":{"hdbtIn1":{"linkMonitoring":{"respondFrom":"stat",
+                "trigerBy":"RS232ShowAll","requestStatusValue":"hpd","TX":{"allHexString":"TX:)" +
+            fields + R"("},"RX":{"allHexString":"RX:)" + fields + R"("}}}}}}})";
+        return capture([&] {
+            startListener();
+            deliver("CommandFeedback", "feedback");
+            deliver("UpgradeSlaveVersionQuery", "Sys Default\r");
+            deliver("controlUserConfigChanged", R"({"control":{"ledMode":true}})");
+            deliver("videoStatusConfigChanged", report);
+        });
+    }
+
+    static inline SessionContext session_;
 };
 
-/// What a console of the kind shows of a feedback text, a reset, a changed setting and a link report.
-std::string shownBy(int kind, bool isAuthenticated) {
-    setConfig(R"({"system":{"broadcast":true}})");
-    setStatus(R"({"system":{"slaveMcu":{"isReady":true}}})");
-    sessionAuthenticated = isAuthenticated;
-    const std::string fields(70, '0');
-    return capture([&] {
-        std::thread([kind] {
-            SessionContext session;
-            session.kind = kind;
-            eventListenerThread(&session);
-        }).detach();
-        awaitSubscription("UpgradeSlaveVersionQuery");
-        deliver("CommandFeedback", "feedback");
-        deliver("UpgradeSlaveVersionQuery", "Sys Default\r");
-        deliver("controlUserConfigChanged", R"({"control":{"ledMode":true}})");
-        deliver(
-            "videoStatusConfigChanged",
-            R"({"video":{"vidIn":{"hdbtIn":{"hdbtIn1":{"linkMonitoring":{"respondFrom":"stat","trigerBy":"RS232ShowAll",
-                    "requestStatusValue":"hpd","TX":{"allHexString":"TX:)" +
-                fields + R"("},"RX":{"allHexString":"RX:)" + fields + R"("}}}}}}})");
-    });
-}
+/// In a process of its own.
+#define EXPECT_HOLDS(condition) EXPECT_EXIT(std::exit((condition) ? 0 : 1), testing::ExitedWithCode(0), "^$")
 
 TEST_F(BusLoopDeathTest, WhoListensDecidesWhatIsShown) {
     const std::string toAll = "feedback\r\n";
     const std::string toOperators = toAll + "Mreset\r\nBlink on\r\n";
-    const std::string toMonitors = toOperators + "TX - HPD : off\r\nRX - HPD : off\r\n";
-    EXPECT_EXIT(std::exit(shownBy(4, false) == toAll ? 0 : 1), testing::ExitedWithCode(0), "");
-    EXPECT_EXIT(std::exit(shownBy(4, true) == toOperators ? 0 : 1), testing::ExitedWithCode(0), "");
-    EXPECT_EXIT(std::exit(shownBy(1, true) == toMonitors ? 0 : 1), testing::ExitedWithCode(0), "");
+    EXPECT_HOLDS(shownBy(4, false) == toAll);
+    EXPECT_HOLDS(shownBy(4, true) == toOperators);
+    EXPECT_HOLDS(shownBy(1, true) == toOperators + "TX - HPD : off\r\nRX - HPD : off\r\n");
+}
+
+/// What is shown of a change that is typed before the listener listens.
+std::string shownOfFirstChange(void (*startListener)()) {
+    sessionAuthenticated = true;
+    expectListener();
+    return capture([startListener] {
+        std::thread console(dispatchCommand, "Blink on");
+        const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(20);
+        while (updates().empty() && std::chrono::steady_clock::now() < end) std::this_thread::yield();
+        startListener();
+        console.join();
+        deliver("end", "");
+    });
+}
+
+TEST_F(BusLoopDeathTest, AChangeWaitsForTheListenerThatShowsIt) {
+    EXPECT_HOLDS(shownOfFirstChange(startListener) == "Blink on\r\n");
 }
 
 TEST_F(BusLoopDeathTest, AResetBeginsTheIdleCountAnew) {
-    EXPECT_EXIT(
-        {
-            static SessionContext session;
-            session.idle.start(2);
-            setConfig(R"({"network":{"telnet":{"tcpipTimeout":3}}})");
-            std::thread(eventListenerThread, &session).detach();
-            awaitSubscription("UpgradeSlaveVersionQuery");
-            deliver("networkUserConfigChanged", R"({"network":{}})");
-            const bool isAnew = !session.idle.tick() && !session.idle.tick() && session.idle.tick();
-            std::exit(isAnew ? 0 : 1);
-        },
-        testing::ExitedWithCode(0), "^$");
-}
-
-/// Whether a console, once it hears events, keeps the time-out that was stored before.
-bool keepsTimeout(int seconds) {
-    setConfig(R"({"network":{"telnet":{"tcpipTimeout":)" + std::to_string(seconds) + "}}}");
-    static SessionContext session;
-    std::thread([] { eventListenerThread(&session); }).detach();
-    awaitSubscription("UpgradeSlaveVersionQuery");
-    deliver("controlUserConfigChanged", "{}");
-    session.idle.restart();
-    while (--seconds > 0) {
-        if (session.idle.tick()) return false;
-    }
-    return session.idle.tick();
+    const auto isAnew = [] {
+        session_.idle.start(2);
+        setTimeout(3);
+        startListener();
+        return deliver("networkUserConfigChanged", R"({"network":{}})") && endsAfter(3);
+    };
+    EXPECT_HOLDS(isAnew());
 }
 
 TEST_F(BusLoopDeathTest, ATimeoutThatWasChangedBeforeItsEventCouldBeHeardIsRead) {
-    EXPECT_EXIT(std::exit(keepsTimeout(3) ? 0 : 1), testing::ExitedWithCode(0), "");
+    const auto isRead = [] {
+        setTimeout(3);
+        startListener();
+        deliver("controlUserConfigChanged", "{}");
+        session_.idle.restart();
+        return endsAfter(3);
+    };
+    EXPECT_HOLDS(isRead());
 }
 
 TEST_F(BusLoopDeathTest, TheBusRelayWritesBytesUntilItIsStopped) {
-    EXPECT_EXIT(
-        {
-            const std::string bytes = capture([] {
-                std::thread relay([] { EXPECT_EQ(relayListener(), 0); });
-                awaitSubscription("recvHDBTSendTo900X");
-                deliver("recvHDBTSendTo900X", "48");
-                deliver("recvHDBTSendTo900X", "169");
-                markRelayStop();
-                deliver("recvHDBTSendTo900X", "");  // wakes the relay, which may have seen the stop already
-                relay.join();
-            });
-            std::exit(bytes.substr(0, 2) == "Hi" ? 0 : 1);
-        },
-        testing::ExitedWithCode(0), "^$");
+    const auto written = [] {
+        return capture([] {
+            std::thread relay(relayListener);
+            awaitSubscription("recvHDBTSendTo900X");
+            deliver("recvHDBTSendTo900X", "48");
+            deliver("recvHDBTSendTo900X", "169");
+            markRelayStop();
+            deliver("recvHDBTSendTo900X", "");  // wakes the relay, which may have seen the stop already
+            relay.join();
+        });
+    };
+    EXPECT_HOLDS(written().substr(0, 2) == "Hi");
 }
 
 }  // namespace

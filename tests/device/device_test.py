@@ -34,12 +34,6 @@ class StartAndEnd(unittest.TestCase):
             self.assertRegex(second.stderr, r"^device: .*runs there already\n$")
             self.assertTrue(device.answers())
 
-    def test_what_is_typed_at_once_is_shown(self):
-        with Device() as device:
-            for word in ["off", "on"] * 20:
-                with device.console() as console:
-                    console.ask(f"HDMIAUD {word}\r".encode(), f"\nHDMIAUD {word}\r\n".encode())
-
     def test_no_change_breaks_a_line_that_is_arriving(self):
         with Device() as device, device.console() as one, device.console() as other:
             other.ask(b"HDMIAUD sta\r", b"HDMIAUD on\r\n")

@@ -98,16 +98,16 @@ TEST(Damage, OfARunningStoreIsNoConfirmation) {
 
 TEST(Damage, AFullDiskStoresNothingAndIsOverWithIt) {
     const StoreKind kind = newStore(defaults, host::Durability::powerCut);
-    const WriteRecording recording;
     Store store(kind);
     ASSERT_TRUE(store.update(R"({"a":{"x":2}})"));
-    isDiskFull = true;
-    expectRefusal(store, ENOSPC);
-    // A long one fails on the way to where it is committed.
-    EXPECT_FALSE(store.update((R"({"b":")" + std::string(20'000, 'y') + R"("})").c_str()));
-    EXPECT_TRUE(takePublished().empty());
-    EXPECT_EQ(R"({"a":{"x":2,"y":2},"list":["root"]})", store.readText("{}"));
-    isDiskFull = false;
+    {
+        const FullDisk fullDisk;
+        expectRefusal(store, ENOSPC);
+        // A long one fails on the way to where it is committed.
+        EXPECT_FALSE(store.update((R"({"b":")" + std::string(20'000, 'y') + R"("})").c_str()));
+        EXPECT_TRUE(takePublished().empty());
+        EXPECT_EQ(R"({"a":{"x":2,"y":2},"list":["root"]})", store.readText("{}"));
+    }
     EXPECT_TRUE(store.update(R"({"a":{"x":9}})"));
     EXPECT_EQ(R"({"a":{"x":9,"y":2},"list":["root"]})", contentOf(kind));
 }

@@ -1,37 +1,24 @@
-/// What SQLite writes into its files, as the operating system gets it.
+/// What becomes of what SQLite writes into its files.
 #pragma once
 
 #include <atomic>
+#include <map>
 #include <string>
-#include <sys/types.h>
 #include <vector>
 
-/// One call that changes a file or makes it durable.
-struct FileWrite {
-    enum class Kind { data, length, sync };
-
-    Kind kind;
-    std::string path;
-    off_t offset = 0;  ///< of the data; for a length the length
-    std::string bytes = {};
-};
-
-/// Keeps the writes of this process while it lives; one at a time.
-class WriteRecording {
+/// While there is one, every write of this process finds the disk full.
+class FullDisk {
   public:
-    WriteRecording();
-    WriteRecording(const WriteRecording&) = delete;
-    WriteRecording& operator=(const WriteRecording&) = delete;
-    ~WriteRecording();
-
-    const std::vector<FileWrite>& writes() const { return writes_; }
-
-  private:
-    std::vector<FileWrite> writes_;
+    FullDisk();
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+    ~FullDisk();
 };
-
-/// Fails every write that is recorded.
-extern bool isDiskFull;
 
 /// How often fdatasync() was called in this process.
 extern std::atomic<int> syncs;
+
+/// What is left of the files, by their paths, when the power fails behind a sync. Each sync adds one, where there is a
+/// first.
+using Remains = std::map<std::string, std::string>;
+extern std::vector<Remains>* remains;

@@ -2,8 +2,6 @@
 
 #include "platform/event_bus.h"
 
-#include <atomic>
-#include <cerrno>
 #include <mutex>
 #include <utility>
 
@@ -11,15 +9,10 @@ namespace {
 
 std::mutex mutex;
 std::vector<std::string> published;
-std::atomic<bool> isRefusing = false;
 
 }  // namespace
 
 int eventbus_publish(const char* event, const char* payload) {
-    if (isRefusing) {
-        errno = ECONNREFUSED;
-        return -1;
-    }
     const std::lock_guard lock(mutex);
     published.push_back(std::string(event) + " " + payload);
     return 0;
@@ -29,5 +22,3 @@ std::vector<std::string> takePublished() {
     const std::lock_guard lock(mutex);
     return std::exchange(published, {});
 }
-
-void refusePublishing(bool refuse) { isRefusing = refuse; }

@@ -6,6 +6,3 @@
 
 /// What was published by this process since the last call, each as "event payload".
 std::vector<std::string> takePublished();
-
-/// Makes the bus refuse from now on, or take again.
-void refusePublishing(bool refuse);
