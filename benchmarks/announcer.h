@@ -1,4 +1,4 @@
-/// The cheapest way to send many consoles a text: a datagram for each.
+/// The minimum for sending a text to many consoles: a datagram for each.
 #pragma once
 
 #include "benchmarks/session.h"

@@ -1,4 +1,4 @@
-/// Measures the console against the least that the same service could cost: see docs/performance.md.
+/// Compares the console with minimal programs that do the same I/O: see docs/performance.md.
 
 #include "benchmarks/measurements.h"
 

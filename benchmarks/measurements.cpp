@@ -21,7 +21,7 @@ std::function<double()> timed(Action action) {
     return [action] { return secondsOf(action); };
 }
 
-/// The least that a console can be; it keeps a page of `file` durable, if there is one.
+/// The minimal console, which makes a page of `file` durable for each line, if a file is given.
 host::ProgramStart echoConsole(const Bench& bench, const std::string& file = {}) {
     host::ProgramStart program{bench.programs / "echo_console", {"echo_console"}};
     if (!file.empty()) program.arguments.push_back(file);

@@ -1,5 +1,5 @@
-/// The least that a console needs to show what others announce: each datagram that comes to its socket is written to
-/// its terminal.
+/// The minimal program that shows what others announce: it writes each datagram that comes to its socket to its
+/// terminal.
 
 #include "host/base/unix_address.h"
 

@@ -1,4 +1,4 @@
-/// A page of a file that is overwritten and made durable: the least that storing a setting costs.
+/// A page of a file that is overwritten and made durable, the minimum for storing a setting.
 #pragma once
 
 #include <array>

@@ -1,6 +1,5 @@
-/// The least that a console can be: waits for a byte, reads it, echoes it, and answers each line with a fixed one.
-/// Without input it looks for some every 30 ms, the least that an idle console does. Given a file, it first makes a
-/// page of it durable, as a console must that stores a setting.
+/// The minimal console: waits for a byte, 30 ms at a time, reads and echoes it, and answers each line with a fixed one.
+/// Given a file, it first makes a page of it durable, as a console must that stores a setting.
 
 #include "benchmarks/limits/durable_page.h"
 
