@@ -56,7 +56,7 @@ void printSize(const Size& now) {
 }  // namespace
 
 void measureGrowth(const Bench& bench, const std::filesystem::path& path) {
-    const host::ProgramStart program = bench.device.console();
+    const host::ProgramStart program = bench.console();
     ConsoleCrowd consoles(program);
     std::ofstream file(path);
     std::printf("%8s %13s %13s %13s %13s   one session more adds to the three times\n", "sessions", "change", "set",

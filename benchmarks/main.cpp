@@ -4,34 +4,19 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <fstream>
-#include <span>
 #include <string>
+#include <vector>
 
 namespace bench {
 namespace {
 
-struct Options {
-    int blocks = 60;
-    std::vector<std::string> names;  ///< what to measure; everything when empty
-};
+using Names = std::vector<std::string>;
 
-/// "--quick" for a trial with few blocks, anything else names a measurement.
-Options parse(int count, char** arguments) {
-    Options options;
-    for (std::string argument : std::span(arguments + 1, arguments + count)) {
-        if (argument == "--quick") {
-            options.blocks = 5;
-        } else {
-            options.names.push_back(std::move(argument));
-        }
-    }
-    return options;
-}
-
-bool isWanted(const Options& options, const char* name) {
-    return options.names.empty() || std::find(options.names.begin(), options.names.end(), name) != options.names.end();
+bool isWanted(const Names& names, const char* name) {
+    return names.empty() || std::find(names.begin(), names.end(), name) != names.end();
 }
 
 std::string load() {
@@ -40,31 +25,35 @@ std::string load() {
     return average;
 }
 
-void run(const Options& options) {
+/// Runs the measurements of these names, all of them where there is none.
+void run(const Bench& bench, const Names& names) {
     const std::string loadBefore = load();
-    const auto programs = std::filesystem::read_symlink("/proc/self/exe").parent_path();
-    const Device device(programs.parent_path(), programs / "device");
-    const Bench bench{device, programs, options.blocks};
     std::vector<Row> rows;
     for (const Measurement& measurement : measurements) {
-        if (!isWanted(options, measurement.name)) continue;
+        if (!isWanted(names, measurement.name)) continue;
         std::fprintf(stderr, "measuring: %s\n", measurement.name);
         std::ranges::move(measurement.run(bench), std::back_inserter(rows));
     }
-    std::printf("%d blocks, load before the run: %s\n\n", options.blocks, loadBefore.c_str());
+    std::printf("%d blocks, load before the run: %s\n\n", bench.blocks, loadBefore.c_str());
     if (!rows.empty()) {
         print(rows);
-        write(programs / "ratios.tsv", rows);
+        write(bench.programs / "ratios.tsv", rows);
     }
-    if (isWanted(options, "growth")) measureGrowth(bench, programs / "growth.tsv");
+    if (isWanted(names, "growth")) measureGrowth(bench, bench.programs / "growth.tsv");
 }
 
 }  // namespace
 }  // namespace bench
 
+/// ROOT PORT [--quick] [NAME]..., of a device that runs.
 int main(int count, char** arguments) {
+    if (count < 3) return 2;
+    bench::Bench bench{arguments[1], std::atoi(arguments[2]),
+                       std::filesystem::read_symlink("/proc/self/exe").parent_path()};
+    bench::Names names(arguments + 3, arguments + count);
+    if (std::erase(names, "--quick") > 0) bench.blocks = 5;
     try {
-        bench::run(bench::parse(count, arguments));
+        bench::run(bench, names);
     } catch (const std::exception& error) {
         std::fprintf(stderr, "benchmarks: %s\n", error.what());
         return 1;

@@ -32,14 +32,14 @@ void askEcho(Talk& echo) { echo.ask(askVolumeLine, "reply\r\n"); }
 
 /// A query line and its reply on a terminal.
 std::vector<Row> measureQuery(const Bench& bench) {
-    Session console(bench.device.console()), echo(echoConsole(bench));
+    Session console(bench.console()), echo(echoConsole(bench));
     return {{"(a) query",
              compare({bench.blocks, 50}, timed([&] { askVolume(console); }), timed([&] { askEcho(echo); })), 1.35}};
 }
 
 /// A setting that is durable when its reply comes.
 std::vector<Row> measureSet(const Bench& bench) {
-    Session console(bench.device.console()), echo(echoConsole(bench, bench.device.root() / "page"));
+    Session console(bench.console()), echo(echoConsole(bench, bench.root / "page"));
     setBroadcast(console, false);
     int volume = -20;
     const auto set = [&] {
@@ -77,9 +77,9 @@ Samples typeInTurn(Crowd& consoles, int rounds) {
 
 /// Many consoles that set at the same time, on a disk that is slow to sync.
 std::vector<Row> measureCrowd(const Bench& bench) {
-    Session console(bench.device.console());
+    Session console(bench.console());
     setBroadcast(console, false);
-    host::ProgramStart slow = bench.device.console();
+    host::ProgramStart slow = bench.console();
     slow.environment.push_back("LD_PRELOAD=" + (bench.programs / "libslow_sync.so").string());
     Crowd consoles;
     for (int i = 0; i < operatorCount; ++i) askVolume(consoles.add(slow));
@@ -95,9 +95,9 @@ std::vector<Row> measureFanOut(const Bench& bench) {
         std::size_t size;
         double repeatGoal, changeGoal;
     };
-    ConsoleCrowd consoles(bench.device.console());
-    Announcer announcer(bench.programs / "datagram_console", bench.device.root() / "fan_out");
-    DurablePage page((bench.device.root() / "page").c_str());
+    ConsoleCrowd consoles(bench.console());
+    Announcer announcer(bench.programs / "datagram_console", bench.root / "fan_out");
+    DurablePage page((bench.root / "page").c_str());
     const std::string line = volumeReply(-20);
     const auto announceDurably = [&] {
         page.overwrite();
@@ -132,11 +132,11 @@ double startShell() {
 std::vector<Row> measureStart(const Bench& bench) {
     const auto start = [&] {
         std::optional<Session> session;
-        return secondsOf([&] { askVolume(session.emplace(bench.device.console())); });
+        return secondsOf([&] { askVolume(session.emplace(bench.console())); });
     };
     const auto connect = [&] {
         std::optional<Talk> client;
-        return secondsOf([&] { client.emplace(connectTo(bench.device.port())).ask("VOUT sta\r\n", "VOUT -"); });
+        return secondsOf([&] { client.emplace(connectTo(bench.port)).ask("VOUT sta\r\n", "VOUT -"); });
     };
     return {{"(d) start until the first reply, limit bash", compare({bench.blocks, 3}, start, startShell), 1.20},
             {"(d) connect until the first reply, limit bash", compare({bench.blocks, 3}, connect, startShell)}};
@@ -152,7 +152,7 @@ Comparison compareMemory(const Crowd& consoles, const Crowd& shells, const char*
 
 /// What one more session costs in memory.
 std::vector<Row> measureMemory(const Bench& bench) {
-    ConsoleCrowd consoles(bench.device.console());
+    ConsoleCrowd consoles(bench.console());
     consoles.growTo(20);
     Crowd shells;
     while (shells.size() < 20) askShell(shells.add(bash));
@@ -180,7 +180,7 @@ std::vector<Row> measureIdle(const Bench& bench) {
     constexpr std::size_t count = 100;
     constexpr std::chrono::seconds window{1};  // the slowest clock of an idle console
     Crowd consoles, loops;
-    while (consoles.size() < count) askVolume(consoles.add(bench.device.console()));
+    while (consoles.size() < count) askVolume(consoles.add(bench.console()));
     while (loops.size() < count) askEcho(loops.add(echoConsole(bench)));
     Comparison idle;
     for (int block = 0; block < bench.blocks; ++block) {
@@ -199,6 +199,14 @@ const std::vector<Measurement> measurements = {
     {"query", measureQuery}, {"set", measureSet},       {"crowd", measureCrowd}, {"fanout", measureFanOut},
     {"start", measureStart}, {"memory", measureMemory}, {"idle", measureIdle},
 };
+
+host::ProgramStart Bench::console() const {
+    constexpr char name[] = "/usr/bin/*cmdd";
+    return {root.string() + name,
+            {name},
+            {"PATH=" + (root / "sbin").string(), "DEVICE_ROOT=" + root.string(), "TELNET_CLIENT_IP=127.0.0.1",
+             "MALLOC_ARENA_MAX=1"}};
+}
 
 double memoryOf(pid_t pid, const std::string& kind) {
     std::ifstream fields("/proc/" + std::to_string(pid) + "/smaps_rollup");

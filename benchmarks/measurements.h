@@ -1,18 +1,23 @@
 /// What is measured. Each measurement starts what it needs.
 #pragma once
 
-#include "benchmarks/device.h"
 #include "benchmarks/report.h"
+#include "benchmarks/session.h"
 
 #include <filesystem>
 #include <vector>
 
 namespace bench {
 
+/// The device that is measured, and how.
 struct Bench {
-    const Device& device;
+    std::filesystem::path root;      ///< of the device
+    int port;                        ///< its telnet port on 127.0.0.1
     std::filesystem::path programs;  ///< the folder of the limits' programs
-    int blocks;
+    int blocks = 60;
+
+    /// The console program as the launcher starts it.
+    host::ProgramStart console() const;
 };
 
 struct Measurement {
