@@ -3,6 +3,7 @@
 #include "console/dispatcher.h"
 #include "text/text.h"
 
+#include <cstdio>
 #include <sys/select.h>
 #include <unistd.h>
 

@@ -43,7 +43,7 @@ void LineTurns::endLine() {
 void LineTurns::beginChange() {
     const MutexLock lock(mutex_);
     changeWaits_ = true;
-    while (const std::uint32_t milliseconds = timeLeftForLine()) changed_.wait(mutex_, milliseconds);
+    while (const std::uint32_t milliseconds = timeLeftForLine()) changed_.wait(mutex_, static_cast<long>(milliseconds));
     changeWaits_ = false;
     changeIsShown_ = true;
 }

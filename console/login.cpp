@@ -10,6 +10,7 @@
 #include "text/fixed_text.h"
 #include "text/text.h"
 
+#include <cstdio>
 #include <cstdlib>
 #include <sys/select.h>
 #include <termios.h>

@@ -5,6 +5,7 @@
 #include "text/owned_text.h"
 #include "text/text.h"
 
+#include <cstdio>
 #include <unistd.h>
 
 namespace {
