@@ -62,7 +62,7 @@ void measureGrowth(const Bench& bench, const std::filesystem::path& path) {
     std::printf("%8s %13s %13s %13s %13s   one session more adds to the three times\n", "sessions", "change", "set",
                 "start", "memory");
     Size last{};
-    for (const std::size_t sessions : {1, 16, 64, 256}) {
+    for (const std::size_t sessions : {1U, 16U, 64U, 256U}) {
         consoles.growTo(sessions);
         const Size now = measureSize(consoles, program, std::min(bench.blocks, 40));
         file << now.sessions << '\t' << now.change << '\t' << now.set << '\t' << now.start << '\t' << now.memory

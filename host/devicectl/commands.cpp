@@ -132,17 +132,17 @@ int listCalls(const Arguments& /*words*/) {
 }
 
 constexpr Verb table[] = {
-    {"config", "get", "JSON", 1, false, getConfig, "prints the settings below a document such as {\"audio\":{}}"},
-    {"config", "set", "JSON", 1, false, setConfig, "changes settings, as another program of the device would"},
-    {"status", "get", "JSON", 1, true, getStatus, "the same for the live state"},
-    {"status", "set", "JSON", 1, true, setStatus, "changes the live state: a pulled plug, a lost link"},
-    {"publish", nullptr, "EVENT TEXT", 2, true, publish, "publishes an event"},
-    {"call", nullptr, "SERVICE METHOD TEXT", 3, true, call, "calls a daemon and prints its reply"},
-    {"factory", "get", "KEY", 1, false, getFactoryData, "prints factory data, such as MacAddr"},
-    {"factory", "set", "KEY TEXT", 2, false, setFactoryData, "writes factory data"},
-    {"watch", nullptr, "", 0, true, watch, "prints every event and call until it is stopped"},
-    {"calls", nullptr, "", 0, false, listCalls, "prints the calls that the daemons got since the start"},
-    {"play", nullptr, "FILE", 1, true, playScene, "plays a scene, such as scenes/flapping-link.scene"},
+    {"config get JSON", false, getConfig, "prints the settings below a document such as {\"audio\":{}}"},
+    {"config set JSON", false, setConfig, "changes settings, as another program of the device would"},
+    {"status get JSON", true, getStatus, "the same for the live state"},
+    {"status set JSON", true, setStatus, "changes the live state: a pulled plug, a lost link"},
+    {"publish EVENT TEXT", true, publish, "publishes an event"},
+    {"call SERVICE METHOD TEXT", true, call, "calls a daemon and prints its reply"},
+    {"factory get KEY", false, getFactoryData, "prints factory data, such as MacAddr"},
+    {"factory set KEY TEXT", false, setFactoryData, "writes factory data"},
+    {"watch", true, watch, "prints every event and call until it is stopped"},
+    {"calls", false, listCalls, "prints the calls that the daemons got since the start"},
+    {"play FILE", true, playScene, "plays a scene, such as scenes/flapping-link.scene"},
 };
 
 }  // namespace

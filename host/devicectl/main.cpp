@@ -13,7 +13,7 @@ namespace {
 
 int showHelp(const char* program, std::FILE* stream) {
     std::fprintf(stream, "usage: %s [--root DIR] COMMAND, one of:\n", program);
-    for (const Verb& verb : verbs()) std::fprintf(stream, "  %-26s %s\n", verb.usage().c_str(), verb.help);
+    for (const Verb& verb : verbs()) std::fprintf(stream, "  %-26s %s\n", verb.usage, verb.help);
     std::fprintf(stream,
                  "  --root DIR                 the device's folder (./devicectl: .device)\n"
                  "  --help, --version          this list; the version\n"

@@ -50,7 +50,7 @@ std::string takeWord(std::string& line) {
 Arguments split(std::string line) {
     Arguments words = {takeWord(line), takeWord(line)};
     const Verb* verb = findVerb(words);
-    const std::size_t count = verb == nullptr ? 0 : verb->wordCount() + verb->parameterCount;
+    const std::size_t count = verb == nullptr ? 0 : wordsOf(verb->usage).size();
     while (words.size() + 1 < count) words.push_back(takeWord(line));
     if (!line.empty()) words.push_back(line);
     for (std::string& word : words) word = unquoted(word);

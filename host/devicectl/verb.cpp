@@ -4,15 +4,19 @@
 #include "host/base/device_root.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <iterator>
+#include <sstream>
 
 namespace host {
 namespace {
 
-bool isFirstWordOf(const Verb& verb, const Arguments& arguments) {
-    return !arguments.empty() && arguments[0] == verb.word;
+/// How many of the words come before the parameters.
+std::ptrdiff_t typedCount(const Arguments& words) {
+    return std::ranges::count_if(words, [](const std::string& word) { return std::islower(word[0]) != 0; });
 }
 
 /// The words that may stand at a place, once each; the table has equal ones side by side.
@@ -24,10 +28,11 @@ std::string listed(std::vector<std::string> words) {
 }
 
 int explainWords(const Arguments& arguments) {
-    std::vector<std::string> first, second;
+    Arguments first, second;
     for (const Verb& verb : verbs()) {
-        first.emplace_back(verb.word);
-        if (isFirstWordOf(verb, arguments)) second.emplace_back(verb.second);
+        const Arguments words = wordsOf(verb.usage);
+        first.push_back(words[0]);
+        if (!arguments.empty() && arguments[0] == words[0]) second.push_back(words[1]);
     }
     const std::size_t wrong = second.empty() ? 0 : 1;
     const std::string place = second.empty() ? "a command is" : "after \"" + arguments[0] + "\" comes";
@@ -35,10 +40,9 @@ int explainWords(const Arguments& arguments) {
     return explain(place + " one of " + listed(second.empty() ? first : second) + found);
 }
 
-int explainParameters(const Verb& verb, const Arguments& arguments) {
-    const std::size_t expected = verb.wordCount() + verb.parameterCount;
-    if (arguments.size() < expected) return explain("a word is missing: " + verb.usage());
-    return explain(std::string("\"") + arguments[expected] + "\" is a word too many: " + verb.usage());
+int explainParameters(const char* usage, std::size_t expected, const Arguments& arguments) {
+    if (arguments.size() < expected) return explain(std::string("a word is missing: ") + usage);
+    return explain(std::string("\"") + arguments[expected] + "\" is a word too many: " + usage);
 }
 
 int reportNoDevice() {
@@ -48,18 +52,16 @@ int reportNoDevice() {
 
 }  // namespace
 
-std::string Verb::usage() const {
-    std::string text = word;
-    for (const char* next : {second, parameters}) {
-        if (next != nullptr && *next != '\0') text.append(" ").append(next);
-    }
-    return text;
+Arguments wordsOf(const char* usage) {
+    std::istringstream text(usage);
+    return {std::istream_iterator<std::string>(text), {}};
 }
 
 const Verb* findVerb(const Arguments& arguments) {
     const auto isMeant = [&arguments](const Verb& verb) {
-        return isFirstWordOf(verb, arguments) &&
-               (verb.second == nullptr || (arguments.size() > 1 && arguments[1] == verb.second));
+        Arguments words = wordsOf(verb.usage);
+        words.resize(static_cast<std::size_t>(typedCount(words)));
+        return arguments.size() >= words.size() && std::equal(words.begin(), words.end(), arguments.begin());
     };
     const auto found = std::ranges::find_if(verbs(), isMeant);
     return found == verbs().end() ? nullptr : &*found;
@@ -68,10 +70,11 @@ const Verb* findVerb(const Arguments& arguments) {
 int runVerb(const Arguments& arguments) {
     const Verb* verb = findVerb(arguments);
     if (verb == nullptr) return explainWords(arguments);
-    if (arguments.size() != verb->wordCount() + verb->parameterCount) return explainParameters(*verb, arguments);
+    const Arguments words = wordsOf(verb->usage);
+    if (arguments.size() != words.size()) return explainParameters(verb->usage, words.size(), arguments);
     const bool isRunning = signalDevice(0);
     if (!isRunning && (verb->needsDevice || errno == ENOENT)) return reportNoDevice();
-    return verb->run(Arguments(arguments.begin() + static_cast<std::ptrdiff_t>(verb->wordCount()), arguments.end()));
+    return verb->run(Arguments(arguments.begin() + typedCount(words), arguments.end()));
 }
 
 int explain(const std::string& mistake) {

@@ -13,25 +13,19 @@ inline constexpr int failureStatus = 1;
 inline constexpr int usageStatus = 2;
 
 struct Verb {
-    const char* word;
-    const char* second;      ///< the word that has to follow; null where none does
-    const char* parameters;  ///< that follow the words
-    std::size_t parameterCount;
-    bool needsDevice;  ///< a running one
+    const char* usage;  ///< "config get JSON": the words as they are typed, then the parameters in capitals
+    bool needsDevice;   ///< a running one
     int (*run)(const Arguments& parameters);
     const char* help;
-
-    /// How many words come before the parameters.
-    std::size_t wordCount() const { return second == nullptr ? 1 : 2; }
-
-    /// "config get JSON"
-    std::string usage() const;
 };
 
 std::span<const Verb> verbs();
 
 /// The verb that `arguments` begin with; null when there is none.
 const Verb* findVerb(const Arguments& arguments);
+
+/// The words and parameters of a usage.
+Arguments wordsOf(const char* usage);
 
 /// Runs the command that `arguments` spell and returns its exit status; where they spell none, says which word is wrong
 /// and what is allowed in its place.
