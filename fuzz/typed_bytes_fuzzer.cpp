@@ -13,25 +13,23 @@ namespace {
 
 constexpr unsigned char announcement = 255;
 
-constexpr const char* fallible[] = {
-    "user_config_query_boolean",
-    "user_config_query_int",
-    "user_config_query_string",
-    "user_config_query_to_json_token",
-    "user_config_update",
-    "user_status_query_int",
-    "user_status_query_string",
-    "user_status_query_boolean",
-    "user_status_query_double",
-    "user_status_update",
-    "eventbus_publish",
-    "lpc_proxy_call",
-    "lpc_proxy_call_with_reply",
-    "lpc_completion_wait",
-    "factory_read_data",
-    "lsystem",
-    "system",
-};
+constexpr const char* fallible[] = {"user_config_query_boolean",
+                                    "user_config_query_int",
+                                    "user_config_query_string",
+                                    "user_config_query_to_json_token",
+                                    "user_config_update",
+                                    "user_status_query_int",
+                                    "user_status_query_string",
+                                    "user_status_query_boolean",
+                                    "user_status_query_double",
+                                    "user_status_update",
+                                    "eventbus_publish",
+                                    "lpc_proxy_call",
+                                    "lpc_proxy_call_with_reply",
+                                    "lpc_completion_wait",
+                                    "factory_read_data",
+                                    "lsystem",
+                                    "system"};
 
 /// A letter of the alphabet makes the next call of a function fail; "r" and "R" have a service answer.
 void happen(LineReader& reader, unsigned char what) {

@@ -53,6 +53,14 @@ TEST(ChangeWalkTest, EveryLeafIsShownByTheFirstRowThatHoldsIt) {
     }
 }
 
+TEST(ChangeWalkTest, ALeafOfNoRowIsLogged) {
+    makeNew();
+    setLogLevel(9);
+    setBroadcast(true);
+    EXPECT_EQ(heard(R"({"video":{"unknown":1}})"), "");
+    EXPECT_EQ(logLines().back(), "5 [cipProcJson] Cant find command\r\n");
+}
+
 TEST(LabelPrinterTest, TurnsCodesIntoCharacters) {
     const auto shown = [](const std::string& codes) {
         return capture([&codes] { printLabel({"L", label, {0, codes.c_str()}}); });

@@ -157,11 +157,16 @@ TEST_P(Stores, AnswerByTypeAndLeaveTheValueElse) {
     char* text = nullptr;
     EXPECT_NE(store.queryBoolean(below(R"("on":false)").c_str(), &truth), 0);
     EXPECT_EQ(truth, 1) << "switches would show another state";
-    EXPECT_NE(store.queryInt((below(R"("number":0)") + "} more").c_str(), &number), 0) << "text follows some queries";
-    EXPECT_EQ(number, -7);
+    for (const std::string& query :
+         {below(R"("number":0)") + "} more", below(R"("number":"","on":{}},"other":{"x":0)")}) {
+        number = 5;
+        EXPECT_NE(store.queryInt(query.c_str(), &number), 0) << "text follows some queries: " << query;
+        EXPECT_EQ(number, -7);
+    }
     EXPECT_EQ(this->text(R"("text":"")"), "old");
     truth = number = 5;
-    for (const char* other : {R"("text":"")", R"("none":0)", R"("deep":0)", R"("deep":{"z":0})", R"("list":0)"}) {
+    for (const char* other :
+         {R"("text":"")", R"("none":0)", R"("deep":0)", R"("deep":{"z":0})", R"("list":0)", R"("list":[0])"}) {
         EXPECT_EQ(store.queryBoolean(below(other).c_str(), &truth), 0) << other << " would pass for a switch";
         EXPECT_EQ(store.queryInt(below(other).c_str(), &number), 0) << other << " would pass for a number";
     }
@@ -170,6 +175,9 @@ TEST_P(Stores, AnswerByTypeAndLeaveTheValueElse) {
     }
     ASSERT_EQ(store.update(below(R"("number":4294967297)").c_str()), 0);
     EXPECT_EQ(store.queryInt(below(R"("number":0)").c_str(), &number), 0) << "a number too large would be shown cut";
+    for (const char* wrong :
+         {"", "x", "[]", "5", "{}", R"({"platformTest":)", R"({"platformTest":{"number":{"x":0}}})"})
+        EXPECT_EQ(store.queryInt(wrong, &number), 0) << wrong;
     EXPECT_EQ(truth, 5) << "a failed query would change what the console knows";
     EXPECT_EQ(number, 5);
     EXPECT_EQ(text, nullptr);

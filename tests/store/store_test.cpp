@@ -73,22 +73,6 @@ class Queries : public testing::Test {
     }
 };
 
-TEST_F(Queries, AreReadLeniently) {
-    int value = -5;
-    for (const char* query :
-         {R"({"network":{"telnet":{"telnetPort":0}}}})", R"( {"network":{"telnet":{"telnetPort":0}}} x)",
-          R"({"network":{"telnet":{"telnetPort":false,"more":{}}},"other":1})"}) {
-        EXPECT_NE(0, user_config_query_int(query, &value)) << query;
-        EXPECT_EQ(2323, value);
-    }
-    for (const char* query : {"", "x", "[]", "5", R"({"network":)", R"({"network":{}})", R"({"nowhere":0})", "{}",
-                              R"({"network":{"telnet":{"telnetPort":{"x":0}}}})", R"({"network":{"telnet":[0]}})"}) {
-        value = -5;
-        EXPECT_EQ(0, user_config_query_int(query, &value)) << query;
-        EXPECT_EQ(-5, value);
-    }
-}
-
 TEST_F(Queries, SeeAChangeAtOnceAndNoOther) {
     // The same query text again and again, so that it is answered from memory where that is right.
     const char* query = R"({"cache":{"x":0}})";

@@ -7,7 +7,7 @@
     A> text => reply      typed on A and ended by CR, and what A answers; no reply is silence
     A> text =>> reply     ... and what every open console shows
     A> text =:: "bytes"   ... what A answers, as it stands
-    A= text               answered with the line itself
+    A= text               answered with the line itself; and then with what follows "=>" or "=::"
     A! text               refused: "Command FAILED: (text)"; of these four, " | " parts several on one line
     A>> "bytes" =:: "b"   sent as it stands, its echo to be written out
     $ config get {..} => x  devicectl with these words, the last one taking the rest of the line, and the line that it
@@ -254,14 +254,14 @@ class Step:
     def type(self, stage, console):
         """Types the operand; what is expected on each console, echo and short reply included."""
         line, sign, reply = re.fullmatch(r"(.*?)(?: +(=>>?|=::) (.*))?", self.operand).groups()
+        end, own = (b"", b"") if self.verb.endswith(">>") else (b"\r", text(line) + b"\r\r\n")
         if self.verb[1] != ">":
-            sign, reply = "=>", line if self.verb[1] == "=" else f"Command FAILED: ({line})"
-        end, echo = (b"", b"") if self.verb.endswith(">>") else (b"\r", text(line) + b"\r\r\n")
+            own += text(line if self.verb[1] == "=" else f"Command FAILED: ({line})") + b"\r\n"
         console.sendall(text(line) + end)
         answer = text(reply) + (b"" if sign == "=::" else b"\r\n") if sign else b""
         expected = {}
         for name, each in stage.consoles.items():
-            expected[name] = echo + answer if each is console else answer if sign == "=>>" else b""
+            expected[name] = own + answer if each is console else answer if sign == "=>>" else b""
             expected[name] += self.expected.get(name, b"")
         return expected
 
