@@ -1,7 +1,6 @@
-"""The panel in a real browser; or, where PANEL_PICTURES names a folder for them, its pictures."""
+"""The panel in a real browser."""
 
 import os
-import subprocess
 import unittest
 
 from selenium import webdriver
@@ -134,27 +133,6 @@ class Page(unittest.TestCase):
         self.assertEqual(self.browser.execute_script("return document.documentElement.scrollWidth"), 380)
         self.open_console("Type\n")
         self.assertEqual([line["message"] for line in self.browser.get_log("browser") if line["level"] == "SEVERE"], [])
-
-    def take_pictures(self):
-        for scheme in ("dark", "light"):
-            self.show(height=900, scheme=scheme)
-            self.device.ctl("config", "set", '{"audio":{"audOut":{"analogOut1":{"audioSinkControl":{"eq63hz":5}}}}}')
-            for _ in range(60):
-                self.find("#report").click()
-            self.open_console("VOUT -30\n")
-            self.shows(".xterm-accessibility", "VOUT -30")
-            for line in (b"x1AVx1", b"EQ1 85 3", b"EQ1 250 -2", b"EQ1 4K 4", b"DispBtn vol+", b"USBSW 1", b"x2AVx1"):
-                self.console.ask(line + b"\r", line + b"\r\r\n")
-                self.shows("#strip ol", line.decode())
-            self.shows("#screen1", "IN 2")
-            path = f"{os.environ['PANEL_PICTURES']}/panel-{scheme}.png"
-            self.browser.save_screenshot(path)
-            subprocess.run(["pngquant", "--force", "--quality", "70-100", "--output", path, path], check=True)
-            self.assertLess(os.path.getsize(path), 150_000)
-
-
-def load_tests(_, tests, __):
-    return unittest.TestSuite([Page("take_pictures")]) if "PANEL_PICTURES" in os.environ else tests
 
 
 if __name__ == "__main__":

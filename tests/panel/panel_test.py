@@ -1,8 +1,5 @@
 """The panel's server: whom it serves, and what becomes of it and of its device under stress."""
 
-import contextlib
-import os
-import signal
 import socket
 import unittest
 
@@ -62,18 +59,6 @@ class Server(unittest.TestCase):
                 self.assertTrue(device.answers())
                 other.close()
                 device.wait_for_news(f"panel: http://127.0.0.1:{port}\n")
-
-    def test_a_dead_panel_is_started_again_and_takes_nothing_with_it(self):
-        with PanelledDevice() as device, device.console() as console, device.open_stream():
-            console.ask(b"HDMIAUD sta\r", b"HDMIAUD on\r\n")
-            os.kill(device.panel(), signal.SIGKILL)
-            device.wait_for_news("panel ended (signal 9) and is started again")
-            console.ask(b"VOUT sta\r", b"VOUT -20\r\n")
-            wait_until(lambda: self.is_served(device), "the panel")
-
-    def is_served(self, device):
-        with contextlib.suppress(OSError):
-            return device.ask("GET", "/") == 200
 
     def test_a_display_answers_refuses_or_is_off(self):
         with PanelledDevice() as device:

@@ -1,16 +1,14 @@
 #include "host/base/atomic_file.h"
-#include "host/base/device_root.h"
 #include "host/store/preparation.h"
-#include "tests/store/children.h"
 #include "tests/store/file_writes.h"
 #include "tests/store/published_events.h"
 #include "tests/store/test_root.h"
 
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <gtest/gtest.h>
 #include <sqlite3.h>
 #include <sys/stat.h>
 
@@ -110,29 +108,6 @@ TEST(Damage, AFullDiskStoresNothingAndIsOverWithIt) {
     }
     EXPECT_TRUE(store.update(R"({"a":{"x":9}})"));
     EXPECT_EQ(R"({"a":{"x":9,"y":2},"list":["root"]})", contentOf(kind));
-}
-
-TEST(Damage, AReadOnlyFileIsReadAndNotWritten) {
-    const StoreKind kind = newStore(defaults, host::Durability::powerCut);
-    Store owner(kind);
-    ASSERT_TRUE(owner.update(R"({"a":{"x":2}})"));
-    ASSERT_EQ(0, chmod(host::deviceRoot().c_str(), 0755));
-    for (const std::string& path :
-         {kind.sharedStatePath(), kind.databasePath() + "-shm", host::inRoot("log/device.log")}) {
-        ASSERT_EQ(0, chmod(path.c_str(), 0666));
-    }
-    ASSERT_EQ(0, chmod(host::inRoot("log").c_str(), 0755));
-    for (const char* ending : {"", "-wal"}) ASSERT_EQ(0, chmod((kind.databasePath() + ending).c_str(), 0444));
-    const pid_t child = startChild([&kind] {
-        if (geteuid() == 0) {
-            ASSERT_EQ(0, setuid(65534)) << "the mode of a file says nothing to root";
-        }
-        Store store(kind);
-        EXPECT_EQ(R"({"a":{"x":2,"y":2},"list":["root"]})", store.readText("{}"));
-        expectRefusal(store, EROFS);
-        EXPECT_NE(std::string::npos, logText().find(kind.databasePath() + ": attempt to write a readonly database"));
-    });
-    EXPECT_EQ(0, statusOf(child));
 }
 
 }  // namespace
