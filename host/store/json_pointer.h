@@ -1,5 +1,5 @@
 /// Where a leaf stands in its tree: a JSON Pointer (RFC 6901), such as "/audio/audOut/allMute", in which a key's "~" is
-/// written "~0" and its "/" "~1".
+/// written "~0" and its "/" "~1". (json-c's own json_pointer_set() writes such keys without undoing that.)
 #pragma once
 
 #include <string>
