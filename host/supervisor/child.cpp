@@ -81,7 +81,7 @@ void Child::readReadiness() {
     readiness_.reset();
     if (end == line_.npos) return;
     isReady_ = true;
-    plan_.onReady(line_.substr(0, end));
+    plan_.onReady(*this, line_.substr(0, end));
 }
 
 }  // namespace host

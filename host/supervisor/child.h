@@ -9,7 +9,6 @@
 #include <memory>
 #include <string>
 #include <sys/types.h>
-#include <unistd.h>
 #include <vector>
 
 namespace host {
@@ -22,13 +21,13 @@ class Child {
         std::string name;
         int rank;
         /// Where its standard output and error go: a descriptor of this process.
-        int output = STDERR_FILENO;
+        int output;
         /// The program's path and arguments, asked for at each start. The program says that it is ready, in one line,
         /// on readyDescriptor.
         std::function<Command()> command;
-        std::function<void(const std::string& line)> onReady;
+        std::function<void(const Child& child, const std::string& line)> onReady;
         /// Called when the time of startLater() is over.
-        std::function<void(Child& child)> onDue = {};
+        std::function<void(Child& child)> onDue;
     };
 
     Child(EventLoop& loop, Plan plan);

@@ -31,6 +31,8 @@ using Command = Child::Command;
 /// None of the children is ended while one of a higher rank still runs.
 enum { noRank, busRank, daemonRank, launcherRank };
 
+constexpr char busName[] = "dbus-daemon", launcherName[] = "telnet_launcher", panelName[] = "panel";
+
 constexpr auto readyLimit = 30s;
 constexpr auto checkpointTime = 5s;
 
@@ -66,46 +68,23 @@ Supervisor::Supervisor(EventLoop& loop, const Options& options)
       deadline_(loop, [this] { onDeadline(); }),
       checkpoint_(loop, [this] { checkpoint(); }) {
     checkpoint();
-    add({.name = "dbus-daemon",
-         .rank = busRank,
-         .output = busOutput_.get(),
-         .command = [] { return busCommand(readyDescriptor); },
-         .onReady = [this](const std::string&) { onBusReady(); }});
-    for (const DaemonKind& kind : daemonKinds()) {
-        add({.name = kind.name,
-             .rank = daemonRank,
-             .command =
-                 [kind] {
-                     return Command{programPath("device_daemon"), kind.name};
-                 },
-             .onReady = [this](const std::string&) { announceIfReady(); }});
-    }
-    add({.name = "telnet_launcher",
-         .rank = launcherRank,
-         .command = [this] { return launcherCommand(); },
-         .onReady = [this](const std::string& address) { onLauncherReady(address); }});
-    if (options.panelPort != 0) addPanel();
+    add(
+        busName, busRank, [] { return busCommand(readyDescriptor); }, busOutput_.get());
+    for (const DaemonKind& kind : daemonKinds())
+        add(kind.name, daemonRank, [kind] { return Command{programPath("device_daemon"), kind.name}; });
+    add(launcherName, launcherRank, [this] { return launcherCommand(); });
+    // A client of the launcher, with which it ends.
+    if (options.panelPort != 0) add(panelName, launcherRank, [this] { return panelCommand(); });
 }
 
-void Supervisor::add(Child::Plan plan) {
-    plan.onDue = [this](Child& child) { startChild(child); };
-    children_.emplace_back(loop_, std::move(plan));
+void Supervisor::add(const char* name, int rank, std::function<Command()> command, int output) {
+    const auto onChildReady = [this](const Child& child, const std::string& line) { onReady(child, line); };
+    const auto onDue = [this](Child& child) { startChild(child); };
+    children_.emplace_back(loop_, Child::Plan{name, rank, output, std::move(command), onChildReady, onDue});
 }
 
-/// A client of the launcher, with which it ends.
-void Supervisor::addPanel() {
-    add({.name = "panel",
-         .rank = launcherRank,
-         .command =
-             [this] {
-                 return Command{programPath("panel"), options_.panelAddress(), std::to_string(options_.panelPort),
-                                options_.listen};
-             },
-         .onReady =
-             [this](const std::string& line) {
-                 panelLine_ = line;
-                 announceIfReady();
-             }});
+Command Supervisor::panelCommand() const {
+    return {programPath(panelName), options_.panelAddress(), std::to_string(options_.panelPort), options_.listen};
 }
 
 Command Supervisor::launcherCommand() const {
@@ -116,7 +95,7 @@ Command Supervisor::launcherCommand() const {
         options.fallbackPort = readStartPorts().last;
     }
     Command command = options.arguments();
-    command.insert(command.begin(), programPath("telnet_launcher"));
+    command.insert(command.begin(), programPath(launcherName));
     return command;
 }
 
@@ -130,6 +109,13 @@ void Supervisor::startChild(Child& child) {
     if (outcome_ || (child.rank() != busRank && !bus().isReady()) || child.start()) return;
     report("%s cannot be started: %m", child.name().c_str());
     child.startLater();
+}
+
+void Supervisor::onReady(const Child& child, const std::string& line) {
+    if (child.name() == busName) onBusReady();
+    if (child.name() == launcherName) onLauncherReady(line);
+    if (child.name() == panelName) panelLine_ = line;
+    announceIfReady();
 }
 
 void Supervisor::onBusReady() {
@@ -150,7 +136,6 @@ void Supervisor::onLauncherReady(const std::string& address) {
     rememberStart(telnetPort);
     readyLine_ = "ready: telnet " + listen + " " + std::to_string(telnetPort) + " raw";
     for (const int port : options_.rawPorts) readyLine_.append(" ").append(std::to_string(port));
-    announceIfReady();
 }
 
 /// A port that was given is a setting from now on. One that was only listened on instead of the stored is none.

@@ -6,9 +6,11 @@
 #include "host/loop/event_loop.h"
 #include "host/supervisor/child.h"
 
+#include <functional>
 #include <list>
 #include <optional>
 #include <string>
+#include <unistd.h>
 
 namespace host {
 
@@ -34,12 +36,13 @@ class Supervisor {
     const Options& options() const { return options_; }
 
   private:
-    void add(Child::Plan plan);
+    void add(const char* name, int rank, std::function<Child::Command()> command, int output = STDERR_FILENO);
     Child& bus() { return children_.front(); }
-    void addPanel();
+    Child::Command panelCommand() const;
     Child::Command launcherCommand() const;
 
     void startChild(Child& child);
+    void onReady(const Child& child, const std::string& line);
     void onBusReady();
     void onLauncherReady(const std::string& address);
     void rememberStart(int telnetPort);
