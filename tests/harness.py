@@ -35,6 +35,12 @@ def wait_until(condition, what, patience=PATIENCE):
     return pump((), condition, what, patience)
 
 
+def run(*command, **options):
+    """Runs a program to its end; its status, and what it said."""
+    return subprocess.run(command, capture_output=True, text=True, errors="backslashreplace", timeout=30, check=False,
+                          **options)
+
+
 @contextlib.contextmanager
 def frozen(pid):
     os.kill(pid, signal.SIGSTOP)
@@ -187,8 +193,7 @@ class Device(Server):
         return [os.environ["DEVICECTL"], "--root", self.root, *words]
 
     def ctl(self, *words):
-        return subprocess.run(self.control_command(*words), capture_output=True, text=True, errors="backslashreplace",
-                              timeout=30, check=False)
+        return run(*self.control_command(*words))
 
     def child(self, name):
         """The process of a daemon of the device; 0 while there is none."""

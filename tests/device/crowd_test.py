@@ -62,7 +62,7 @@ class Footprint:
         return tuple(map(max, zip(*grown)))
 
 
-class Footprints(unittest.TestCase):
+class Crowd(unittest.TestCase):
     def assert_flat(self, before, after, what, consoles=0):
         """A few descriptors may be opened late, and what waits for the consoles, up to 64 kB each, is at its most at any
         time; what is lost with each session or change counts in hundreds, and in megabytes."""
@@ -71,8 +71,6 @@ class Footprints(unittest.TestCase):
         self.assertLess(descriptors, 10)
         self.assertLess(memory, 4096 + 64 * consoles)
 
-
-class Crowd(Footprints):
     def gather(self, device):
         typists = [self.enterContext(Typist(device, name)) for name in range(SESSIONS)]
         device.await_listeners(typists)
@@ -119,8 +117,6 @@ class Crowd(Footprints):
                 answers += 1
             self.assertGreater(answers, 2, "the reader is answered while the silent one is still there")
 
-
-class Coming(Footprints):
     def come_and_go(self, device):
         with device.console() as console:
             console.ask(b"HDMIAUD sta\r", b"HDMIAUD on\r\n")

