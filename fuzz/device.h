@@ -3,9 +3,20 @@
 
 #include "tests/fake_platform/fake_platform.h"
 
+#include <cstdio>
+#include <cstdlib>
 #include <map>
+#include <string>
+#include <unistd.h>
 
 namespace fuzz {
+
+/// Ends the run, which makes the input a finding, unless `holds`. `seen` is shown beside the broken promise.
+inline void require(bool holds, const char* promise, const std::string& seen = "") {
+    if (holds) return;
+    dprintf(STDERR_FILENO, "broken promise: %s\n%s\n", promise, seen.c_str());
+    std::abort();
+}
 
 /// What the console under test writes goes nowhere: the terminal belongs to the fuzzer, whose findings need its
 /// standard error.

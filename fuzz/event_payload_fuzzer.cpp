@@ -6,7 +6,6 @@
 #include "console/event_listener.h"
 #include "console/session.h"
 #include "fuzz/device.h"
-#include "fuzz/require.h"
 #include "host/store/document.h"
 #include "tests/capture.h"
 

@@ -3,7 +3,6 @@
 
 #include "console/line_reader.h"
 #include "fuzz/device.h"
-#include "fuzz/require.h"
 #include "tests/dialogue.h"
 
 #include <cstdint>

@@ -441,7 +441,11 @@ TEST(JsonToken, ReadsByPathAndFallsBack) {
     EXPECT_EQ(json_token_object_walk_get_boolean(root.get(), "a.list[2]", 9), 1);
     EXPECT_EQ(json_token_object_walk_get_array(root.get(), "a"), nullptr);
     EXPECT_EQ(json_token_object_walk_get_object(root.get(), "a.list"), nullptr);
-    for (const char* path : {"a.list[3]", "a.list[1]", "a.n", "a", "none", "i.j", "big", "small", "huge"}) {
+    for (const char* path : {"a.list[3]",  "a.list[1]",   "a.n",      "a",          "none",
+                             "i.j",        "big",         "small",    "huge",       "",
+                             ".",          "i.",          ".i",       "a.list[",    "a.list[]",
+                             "a.list[x]",  "a.list[-1]",  "a.list[0", "a.list[0]b", "a..n",
+                             "a.list[ 0]", "a.list[0].b", "a.list.0", "[0]",        "a.list[99999999999999999999]"}) {
         EXPECT_EQ(json_token_object_walk_get_int(root.get(), path, 9), 9) << path;
     }
     for (const char* path : {"i", "a.n", "a.list", "a.list[0]", ""}) {
@@ -459,6 +463,12 @@ TEST(JsonToken, WritesByPath) {
     json_token* users = json_token_object_walk_get_array(root.get(), "users");
     EXPECT_EQ(json_token_array_put(users, 3, json_token_parse("7")), 0);
     EXPECT_NE(json_token_array_put(root.get(), 0, json_token_parse("7")), 0) << "owned all the same";
+    for (const char* path :
+         {"", ".", "users.", "users[", "users[x]", "users[-1]", "users..a", "users[3].x", "users.x"}) {
+        EXPECT_NE(json_token_object_walk_set_string(root.get(), path, "x"), 0) << path;
+        EXPECT_NE(json_token_object_walk_set_object(root.get(), path, json_token_new_object()), 0) << path;
+    }
+    EXPECT_NE(json_token_array_put(users, -1, json_token_new_object()), 0);
     const Owned<json_token> copy(json_token_parse(json_token_to_string(root.get())));
     ASSERT_NE(copy, nullptr);
     EXPECT_EQ(json_token_array_length(json_token_object_walk_get_array(copy.get(), "users")), 4);

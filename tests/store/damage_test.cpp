@@ -1,7 +1,6 @@
 #include "host/base/atomic_file.h"
 #include "host/store/preparation.h"
 #include "tests/store/file_writes.h"
-#include "tests/store/published_events.h"
 #include "tests/store/test_root.h"
 
 #include <cerrno>

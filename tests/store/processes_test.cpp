@@ -5,7 +5,6 @@
 #include "tests/store/children.h"
 #include "tests/store/file_writes.h"
 #include "tests/store/numbered_tree.h"
-#include "tests/store/published_events.h"
 #include "tests/store/test_root.h"
 
 #include <array>

@@ -3,7 +3,6 @@
 #include "platform/user_config.h"
 #include "platform/user_status.h"
 #include "tests/store/numbered_tree.h"
-#include "tests/store/published_events.h"
 #include "tests/store/test_root.h"
 
 #include <cerrno>

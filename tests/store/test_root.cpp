@@ -4,11 +4,14 @@
 #include "host/base/device_root.h"
 #include "host/base/log_levels.h"
 #include "host/store/preparation.h"
+#include "platform/event_bus.h"
 
 #include <cstdlib>
 #include <deque>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <mutex>
+#include <utility>
 
 namespace {
 
@@ -25,6 +28,9 @@ class TestRoot {
 
 const TestRoot root;
 
+std::mutex mutex;
+std::vector<std::string> published;
+
 }  // namespace
 
 host::StoreKind newKind(host::Durability durability) {
@@ -40,3 +46,14 @@ host::StoreKind newStore(const char* content, host::Durability durability) {
 }
 
 std::string logText() { return host::readFile(host::inRoot("log/device.log")).value_or(""); }
+
+int eventbus_publish(const char* event, const char* payload) {
+    const std::lock_guard lock(mutex);
+    published.push_back(std::string(event) + " " + payload);
+    return 0;
+}
+
+std::vector<std::string> takePublished() {
+    const std::lock_guard lock(mutex);
+    return std::exchange(published, {});
+}

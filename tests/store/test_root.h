@@ -4,6 +4,7 @@
 #include "host/store/store.h"
 
 #include <string>
+#include <vector>
 
 /// A kind that no other test uses: its files have names of their own.
 host::StoreKind newKind(host::Durability durability = host::Durability::process);
@@ -13,3 +14,6 @@ host::StoreKind newStore(const char* content, host::Durability durability = host
 
 /// All that has been logged so far.
 std::string logText();
+
+/// What this process has published since the last call, each as "event payload". The tests have no bus.
+std::vector<std::string> takePublished();
