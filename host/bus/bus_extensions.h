@@ -13,8 +13,9 @@ namespace host {
 std::optional<std::string> replyTo(const char* service, const char* method, const char* text,
                                    std::chrono::milliseconds limit);
 
-/// For a daemon that is started again along with the bus: its end makes eventbus_on_data_available()
-/// fail at once, where a console waits for the bus to return.
-void endWithBus(eventbus* bus);
+/// eventbus_open() for a daemon. It is started again along with the bus, whose end makes eventbus_on_data_available()
+/// fail at once, where a console waits for the bus to return. And it hears few events: the bus wakes it for these
+/// alone.
+eventbus* openDaemonEvents();
 
 }  // namespace host

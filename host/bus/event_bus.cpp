@@ -46,14 +46,14 @@ bool isPublishable(const char* event, const char* payload) {
 
 }  // namespace
 
-/// One subscription at the bus stands for all events, so that a session starts with one way there and back instead of
-/// ten; which of them somebody wants is looked up here.
+/// One subscription at the bus stands for all of a console's events, so that a session starts with one way there and
+/// back instead of ten; which of them somebody wants is looked up here.
 struct eventbus {
     host::Connection connection;
     std::list<Subscription> subscriptions;
     std::optional<int> answer;  ///< of the bus to its subscription: 0, or an errno
     std::size_t received = 0;   ///< events
-    bool endsWithBus = false;
+    bool isDaemons = false;     ///< see openDaemonEvents()
 };
 
 namespace {
@@ -75,16 +75,20 @@ int onAnswer(sd_bus_message* answer, void* userData, sd_bus_error* /*error*/) {
     return 1;
 }
 
-/// Connects and waits until the bus hands out events. What was published while there was no connection is lost.
-bool resume(eventbus& bus) {
-    bus.connection.close();
+/// Waits until the bus hands out the events that `match` names.
+bool addMatch(eventbus& bus, const std::string& match) {
     bus.answer.reset();
-    if (!bus.connection.open()) return false;
-    const std::string match = std::string("type='signal',path='") + host::eventPath + "'";
     const int result = sd_bus_add_match_async(bus.connection.bus(), nullptr, match.c_str(), onEvent, onAnswer, &bus);
     return (result >= 0 || failBus(result)) &&
            host::processUntil(bus.connection.bus(), host::Deadline(host::busLimit), [&] { return bus.answer; }) &&
            (bus.answer == 0 || failBus(-*bus.answer));
+}
+
+/// Connects. What was published while there was no connection is lost.
+bool resume(eventbus& bus) {
+    bus.connection.close();
+    if (!bus.connection.open()) return false;
+    return bus.isDaemons || addMatch(bus, std::string("type='signal',path='") + host::eventPath + "'");
 }
 
 bool resumeWithin(eventbus& bus, std::chrono::milliseconds limit) {
@@ -96,20 +100,23 @@ bool resumeWithin(eventbus& bus, std::chrono::milliseconds limit) {
     return true;
 }
 
-}  // namespace
-
-eventbus* eventbus_open() {
+eventbus* openEvents(bool isDaemons) {
     auto bus = std::make_unique<eventbus>();
+    bus->isDaemons = isDaemons;
     return resumeWithin(*bus, returnLimit) ? bus.release() : nullptr;
 }
+
+}  // namespace
+
+eventbus* eventbus_open() { return openEvents(false); }
+
+eventbus* host::openDaemonEvents() { return openEvents(true); }
 
 int eventbus_subscribe(eventbus* bus, const char* event, eventbus_callback callback, void* user_data) {
     if (!host::isBusName(event)) return statusOf(failBus(-EINVAL));
     bus->subscriptions.push_back({event, callback, user_data});
-    return 0;
+    return statusOf(!bus->isDaemons || addMatch(*bus, "type='signal',interface='" + host::eventInterface(event) + "'"));
 }
-
-void host::endWithBus(eventbus* bus) { bus->endsWithBus = true; }
 
 int eventbus_fileno(eventbus* bus) { return bus->connection.descriptor(); }
 
@@ -119,7 +126,7 @@ int eventbus_on_data_available(eventbus* bus) {
     // Up to one event: sd-bus reads no further than the end of a message, so that the descriptor tells of the next one
     // and nobody has to look for it in vain.
     while (handled > 0 && bus->received == before) handled = sd_bus_process(bus->connection.bus(), nullptr);
-    if (host::isDisconnect(-handled) && !bus->endsWithBus) return statusOf(resumeWithin(*bus, returnLimit));
+    if (host::isDisconnect(-handled) && !bus->isDaemons) return statusOf(resumeWithin(*bus, returnLimit));
     return statusOf(handled >= 0 || failBus(handled));
 }
 

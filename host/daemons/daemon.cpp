@@ -44,10 +44,9 @@ void Daemon::offer(const char* method, RequestHandler handler) {
 
 bool Daemon::openEvents() {
     if (events_ != nullptr) return true;
-    events_ = eventbus_open();
+    events_ = openDaemonEvents();
     failIf(events_ == nullptr, "eventbus_open");
     if (events_ == nullptr) return false;
-    endWithBus(events_);
     watches_.emplace_back(loop_, eventbus_fileno(events_),
                           [this] { failIf(eventbus_on_data_available(events_) != 0, "eventbus_on_data_available"); });
     return true;
