@@ -415,7 +415,7 @@ std::span<const CommandEntry> commandTable() { return rows; }
 
 const CommandEntry* findCommand(const char* text) {
     for (const CommandEntry& row : rows) {
-        if (std::strncmp(text, row.name, row.compareLength()) == 0) return &row;
+        if (*text == *row.name && std::strncmp(text, row.name, row.compareLength()) == 0) return &row;
     }
     return nullptr;
 }

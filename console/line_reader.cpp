@@ -4,20 +4,17 @@
 #include "text/text.h"
 
 #include <cstdio>
-#include <sys/select.h>
+#include <poll.h>
 #include <unistd.h>
 
 namespace {
 
-constexpr int pollingTime = 30'000;  // microseconds: the silence that ends a zone text
+constexpr int pollingTime = 30;  // milliseconds: the silence that ends a zone text
 
 /// False on silence, and on an interruption, which counts as silence.
 bool waitForInput() {
-    fd_set input;
-    FD_ZERO(&input);
-    FD_SET(STDIN_FILENO, &input);
-    timeval limit{0, pollingTime};
-    return select(STDIN_FILENO + 1, &input, nullptr, nullptr, &limit) > 0;
+    pollfd input{STDIN_FILENO, POLLIN, 0};
+    return poll(&input, 1, pollingTime) > 0;
 }
 
 /// Takes one byte. False when there was none: the connection is gone, but SIGHUP has not arrived yet.
@@ -27,7 +24,7 @@ bool readByte(LineReader& reader) {
         reader.take(byte);
         return true;
     }
-    usleep(pollingTime);  // the descriptor stays readable; without a pause this would spin
+    usleep(pollingTime * 1000);  // the descriptor stays readable; without a pause this would spin
     return false;
 }
 

@@ -13,7 +13,13 @@ void TextBuffer::append(const char* text, std::size_t length) {
     truncate(size_ + length);
 }
 
-void TextBuffer::append(char c) { append(&c, 1); }
+/// Each typed byte comes this way.
+void TextBuffer::append(char c) {
+    cut_ = cut_ || size_ + 1 == capacity_;
+    if (size_ + 1 == capacity_) return;
+    bytes_[size_] = c;
+    truncate(size_ + 1);
+}
 
 void TextBuffer::appendFormat(const char* format, ...) {
     va_list arguments;

@@ -7,11 +7,11 @@
 #include "host/store/document.h"
 
 #include <functional>
+#include <map>
 #include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 
 namespace host {
 
@@ -49,11 +49,8 @@ class LeafCache {
         std::optional<std::string> text;
         Json value;  ///< made of the text when it is first asked for
     };
-    struct Hash : std::hash<std::string_view> {
-        using is_transparent = void;
-    };
     template <typename Value>
-    using TextMap = std::unordered_map<std::string, Value, Hash, std::equal_to<>>;
+    using TextMap = std::map<std::string, Value, std::less<>>;
     using KnownLeaf = TextMap<Entry>::value_type;
 
     std::mutex mutex_;  // of all that follows
