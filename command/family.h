@@ -24,15 +24,24 @@ struct Range {
     constexpr bool holds(int value) const { return value >= first && value <= last; }
 };
 
-/// One accepted word. A null member means: as typed.
+/// What few words say otherwise.
+struct WordReplies {
+    const char* confirmed = nullptr;           ///< in the reply of the console that made the change; null: as typed
+    const char* publishFailureText = nullptr;  ///< null: the branch's own
+};
+
+/// One accepted word.
 struct Word {
     const char* typed;
-    const char* stored = nullptr;              ///< of a truth value "true" or "false"
-    const char* confirmed = nullptr;           ///< in the reply of the console that made the change
-    const char* publishFailureText = nullptr;  ///< null: the branch's own
+    const char* stored = nullptr;  ///< null: as typed; of a truth value "true" or "false"
+    const WordReplies* replies = nullptr;
 
     constexpr const char* storedForm() const { return stored != nullptr ? stored : typed; }
-    constexpr const char* confirmedForm() const { return confirmed != nullptr ? confirmed : typed; }
+    constexpr WordReplies repliesOrNone() const { return replies != nullptr ? *replies : WordReplies{}; }
+    constexpr const char* confirmedForm() const {
+        const char* confirmed = repliesOrNone().confirmed;
+        return confirmed != nullptr ? confirmed : typed;
+    }
 };
 
 /// Whether a change is allowed at the moment.

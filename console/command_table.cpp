@@ -48,10 +48,9 @@ constexpr Word edidSources[] = {{"default"}, {"save1"}, {"int1"}, {"int2"}, {"in
 constexpr Word usbLogics[] = {{"follow usb"}, {"follow video"}, {"manual"}};
 constexpr Word usbHosts[] = {{"local"}, {"remote"}};
 // Switching off reports a failed event with another branch's text (oddity 29).
-constexpr Word usbFallbacks[] = {
-    {"on"},
-    {.typed = "off", .publishFailureText = "publishEvent(videoUserConfigChanged SYSTEM_CMD_REQ_DEFAULT!)"},
-};
+constexpr WordReplies fallbackOffReplies{.publishFailureText =
+                                             "publishEvent(videoUserConfigChanged SYSTEM_CMD_REQ_DEFAULT!)"};
+constexpr Word usbFallbacks[] = {{"on"}, {.typed = "off", .replies = &fallbackOffReplies}};
 constexpr Word relayTypes[] = {{"pulse"}, {"closed"}};
 constexpr Word relayStates[] = {{"open"}, {"close"}};
 constexpr Word commandTypes[] = {{"ascii"}, {"hex"}};

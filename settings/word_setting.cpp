@@ -25,7 +25,7 @@ void reportWord(const Command& command, WordStatus status) {
 void changeWord(const Command& command, const Word& word, const WordRules& rules) {
     if (!isOpen(command.family.gate)) return reject(command);
     const WriteRules writeRules{rules.perrorsWriteFailure ? perrorWriteFailure : logWriteFailure,
-                                word.publishFailureText};
+                                word.repliesOrNone().publishFailureText};
     if (!writeText(command, word.storedForm(), writeRules)) return;
     if (rules.isConfirmedInBrackets) return printBracketed(command.rowName, word.confirmedForm());
     printSetting(command.rowName, word.confirmedForm());

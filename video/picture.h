@@ -11,7 +11,8 @@ inline constexpr char scalerModeLeaf[] = R"({"video":{"vidProcess":{"scaler":{"s
 bool readScalerModeStatus();
 
 /// "letter box" is confirmed as "follow" (oddity 10).
-inline constexpr Word aspectWords[] = {{"fill"}, {"follow"}, {.typed = "letter box", .confirmed = "follow"}};
+inline constexpr WordReplies letterBoxReplies{.confirmed = "follow"};
+inline constexpr Word aspectWords[] = {{"fill"}, {"follow"}, {.typed = "letter box", .replies = &letterBoxReplies}};
 
 /// Stored by name, typed and shown by number.
 inline constexpr Word preferredTimings[] = {
