@@ -1,10 +1,10 @@
 /// Compares the console with minimal programs that do the same I/O: see docs/performance.md.
 
 #include "benchmarks/measurements.h"
+#include "host/launcher/options.h"
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 #include <exception>
 #include <fstream>
 #include <string>
@@ -48,7 +48,7 @@ void run(const Bench& bench, const Names& names) {
 /// ROOT PORT [--quick] [NAME]..., of a device that runs.
 int main(int count, char** arguments) {
     if (count < 3) return 2;
-    bench::Bench bench{arguments[1], std::atoi(arguments[2]),
+    bench::Bench bench{arguments[1], host::parseNumber(arguments[2], 1, host::highestPort).value_or(0),
                        std::filesystem::read_symlink("/proc/self/exe").parent_path()};
     bench::Names names(arguments + 3, arguments + count);
     if (std::erase(names, "--quick") > 0) bench.blocks = 5;
