@@ -16,12 +16,6 @@ ENDLESS = re.compile(r"devicectl (watch|play)")
 TYPED = "(typed)"
 
 
-def shown(column):
-    """A column of the README's session as a console shows it, and what is typed there."""
-    texts = [(line.removesuffix(TYPED).rstrip(), line.endswith(TYPED)) for line in map(str.rstrip, column) if line]
-    return texts[0][1], texts
-
-
 class Documents(unittest.TestCase):
     def test_the_session_of_the_readme(self):
         block = re.search(r"```console\n(.*?)```", (CHECKOUT / "README.md").read_text(), re.S)[1].splitlines()
