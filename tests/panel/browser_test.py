@@ -110,10 +110,11 @@ class Page(unittest.TestCase):
         self.open_console("VOUT -33\n")
         self.hears(b"VOUT -33")
         self.shows(".xterm-accessibility", "VOUT -33")
-        self.assertEqual(len(self.browser.find_elements(By.CSS_SELECTOR, "#sessions tbody tr")), 2)
+        sessions = lambda: self.text("#sessions tbody").count("127.0.0.1")
+        wait_until(lambda: sessions() == 2, "both sessions")
         self.browser.get("about:blank")
         self.browser.get(self.device.url)
-        wait_until(lambda: len(self.browser.find_elements(By.CSS_SELECTOR, "#sessions tbody tr")) == 1, "its end")
+        wait_until(lambda: sessions() == 1, "its end")
 
     def test_a_restart_is_outlived(self):
         self.open_console("VOUT -33\n")
