@@ -3,9 +3,6 @@
 #include "platform/user_config.h"
 #include "platform/user_status.h"
 
-#include <charconv>
-#include <iterator>
-
 namespace {
 
 /// Splits a template at its conversion ("%s", "%d" or "%f") and puts together what stands before, the value as
@@ -44,9 +41,7 @@ Document fillBoolean(const char* leaf, bool value) {
 }
 
 Document fillInteger(const char* leaf, int value) {
-    char digits[12];
-    const char* end = std::to_chars(std::begin(digits), std::end(digits), value).ptr;
-    return fill(leaf, [&](Document& document) { document.append(digits, static_cast<std::size_t>(end - digits)); });
+    return fill(leaf, [value](Document& document) { document.appendNumber(value); });
 }
 
 Document fillText(const char* leaf, const char* value) {

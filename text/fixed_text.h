@@ -15,6 +15,9 @@ class TextBuffer {
     void append(const char* text) { append(text, std::strlen(text)); }
     void append(char c);
 
+    /// Appends a decimal number, sooner than a printf format does.
+    void appendNumber(int value);
+
     /// Appends a printf format.
     [[gnu::format(printf, 2, 3)]] void appendFormat(const char* format, ...);
 
