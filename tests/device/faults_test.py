@@ -7,7 +7,7 @@ import signal
 import time
 import unittest
 
-from harness import Device, frozen, pump, wait_until
+from harness import Device, frozen, memory_of, pump, wait_until
 
 CALLS = {"displayControl": "HexRS232zone", "displayControlTelnetClient": "SetCmdOn", "networkd": "TelnetRestart",
          "systemd": "sshAddUser", "intermcud": "trigerUsb", "kxcmdd": "receiveFromUartString",
@@ -117,6 +117,9 @@ class Faults(unittest.TestCase):
             for service, method in CALLS.items():
                 for text in NONSENSE:
                     device.ctl("call", service, method, text)
+            before = memory_of(device.child("kxcmdd"))
+            one.ask(b"Zebulax on\r" * 3000 + b"?\r", b"(?)\r\n")
+            self.assertLess(memory_of(device.child("kxcmdd")), before + 1024, "no request and no reply stays behind")
             self.await_change(one, two)
             self.assertNotIn("ended", device.said())
 
