@@ -15,7 +15,7 @@ std::string pathOf(const std::string& leaf) {
     std::string path;
     for (std::size_t start = leaf.find('"'); leaf.compare(start, 2, "\"%") != 0;) {
         const std::size_t end = leaf.find('"', start + 1);
-        path += (path.empty() ? "" : ".") + leaf.substr(start + 1, end - start - 1);
+        path.append(path.empty() ? "" : ".").append(leaf, start + 1, end - start - 1);
         start = leaf.find_first_of("\"%", end + 1);
         if (start == std::string::npos || leaf[start] == '%') break;
     }
