@@ -6,7 +6,6 @@
 #include "text/plain_leaf.h"
 #include "text/text.h"
 
-#include <cstdlib>
 #include <json-c/json.h>
 
 namespace {
@@ -84,7 +83,7 @@ bool showPlainChange(const char* document, LineTurns& turns) {
     text.append(document, static_cast<std::size_t>(leaf->value - document));
     ChangeTurn turn(turns);
     if (leaf->kind == PlainLeaf::Kind::integer) {
-        showInteger(text, std::atoi(value.c_str()), turn);
+        showInteger(text, parseSignedDecimal(value.c_str()).value_or(0), turn);
     } else if (leaf->kind == PlainLeaf::Kind::truthValue) {
         showBoolean(text, equals(value.c_str(), "true"), turn);
     } else {

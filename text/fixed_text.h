@@ -63,7 +63,7 @@ class FixedText : public TextBuffer {
     FixedText() : TextBuffer(storage_, Capacity) { clear(); }
     FixedText(const FixedText& other) : FixedText() { copy(other); }
     FixedText& operator=(const FixedText& other) {
-        copy(other);
+        if (this != &other) copy(other);
         return *this;
     }
 

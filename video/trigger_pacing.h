@@ -25,7 +25,9 @@ void sendInPieces(const char* content, Send send) {
             ++piece.waits;
         } else {
             if (!send(piece)) return;
-            piece = {.words = {}, .waits = 1, .isFirst = false};
+            piece.words.clear();
+            piece.waits = 1;
+            piece.isFirst = false;
         }
         word = skipSpaces(word + length);
     }
