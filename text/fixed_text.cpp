@@ -17,8 +17,10 @@ void TextBuffer::append(const char* text, std::size_t length) {
 
 /// Each typed byte comes this way.
 void TextBuffer::append(char c) {
-    cut_ = cut_ || size_ + 1 == capacity_;
-    if (size_ + 1 == capacity_) return;
+    if (size_ + 1 == capacity_) {
+        cut_ = true;
+        return;
+    }
     bytes_[size_] = c;
     truncate(size_ + 1);
 }
