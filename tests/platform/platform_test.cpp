@@ -191,6 +191,10 @@ TEST_P(Stores, ShowTreesBelowTheirTopKey) {
     ASSERT_NE(list, nullptr);
     EXPECT_STREQ(json_token_object_walk_get_string(list.get(), "platformTest.list[2]", ""), "c");
     EXPECT_EQ(Owned<json_token>(store.queryToken(below(R"("none":{})").c_str())), nullptr);
+    ASSERT_EQ(store.update(below(R"("a/b":{"~1":6})").c_str()), 0);
+    const Owned<json_token> signs(store.queryToken(below(R"("a/b":{})").c_str()));
+    ASSERT_NE(signs, nullptr);
+    EXPECT_EQ(json_token_object_walk_get_int(signs.get(), "platformTest.a/b.~1", 0), 6) << "a key would be another";
 }
 
 TEST_P(Stores, MergeInOneStepAndArraysAsAWhole) {
