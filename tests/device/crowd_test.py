@@ -84,7 +84,7 @@ class Crowd(unittest.TestCase):
         pump(typists, lambda: time.monotonic() > end, "the end of typing", 2 * seconds)
         for typist in typists:
             typist.types_on = False
-        pump(typists, lambda: not any(typist.awaited for typist in typists), "all answers", 60)
+        pump(typists, lambda: not any(typist.awaited for typist in typists), "all answers", 150)
 
     def test_every_change_is_shown_once_to_all_in_one_order_and_every_reply_once(self):
         with Device() as device:
