@@ -31,7 +31,7 @@ constexpr const char* fallible[] = {"user_config_query_boolean",
                                     "system"};
 
 /// A letter of the alphabet makes the next call of a function fail; "r" and "R" have a service answer.
-void happen(LineReader& reader, unsigned char what) {
+void inject(LineReader& reader, unsigned char what) {
     if (what == 'r') return fake_platform::setReply("systemd", "sshAddUser", "success");
     if (what == 'R') return fake_platform::setReply("systemd", "sshAddUser", "fail: the name is taken");
     if (what < 'a' || what - 'a' >= static_cast<int>(std::size(fallible))) return reader.onQuiet();
@@ -43,7 +43,7 @@ void type(const std::uint8_t* bytes, std::size_t count) {
     LineReader reader(session);
     for (std::size_t i = 0; i < count; ++i) {
         if (bytes[i] == announcement && i + 1 < count) {
-            happen(reader, bytes[++i]);
+            inject(reader, bytes[++i]);
         } else {
             reader.take(static_cast<char>(bytes[i]));
         }

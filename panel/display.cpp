@@ -85,7 +85,7 @@ void Display::admit(host::Peer peer) {
 }
 
 void Display::answer(int socket, const std::string& bytes) {
-    onTraffic_("display hears", bytes);
+    onTraffic_("display receives", bytes);
     for (const Caller& caller : callers_)
         if (caller.socket.get() == socket) caller.channel->send(answerText);
     onTraffic_("display answers", answerText);

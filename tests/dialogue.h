@@ -20,7 +20,7 @@ inline std::string refused(const std::string& line) { return "Command FAILED: ("
 /// The branch that a document is about.
 inline std::string branchOf(const std::string& document) { return document.substr(2, document.find('"', 2) - 2); }
 
-inline std::string heard(const std::string& document) {
+inline std::string shownOf(const std::string& document) {
     json_token* changes = json_token_parse(document.c_str());
     LineTurns turns;
     std::string text = capture([&] { walkChangedJson(changes, branchOf(document).c_str(), turns); });

@@ -211,14 +211,14 @@ class Device(Server):
              f"all consoles show {fence}", patience)
 
     def await_listeners(self, consoles, has_passed=lambda fence: True):
-        """Until all of them show events, which a console begins to hear some time after its start."""
+        """Until all of them show events, to which a console subscribes some time after its start."""
         for _ in range(99):
             with contextlib.suppress(AssertionError):
                 return self.fence(consoles, has_passed, PATIENCE / 100)
         self.fence(consoles, has_passed)
 
     def answers(self):
-        """Whether a new console gets an answer and hears the bus."""
+        """Whether a new console gets an answer and shows events."""
         with self.console() as console:
             console.ask(b"HDMIAUD sta\r", b"HDMIAUD on\r\n")
             self.await_listeners([console])

@@ -47,7 +47,7 @@ TEST(ChangeWalkTest, EveryLeafIsShownByTheFirstRowThatHoldsIt) {
         const CommandEntry* first = findLeaf(row.leaf);
         EXPECT_STREQ(first->leaf, row.leaf) << row.name << " is announced by " << first->name;
         std::string shown;
-        for (const std::string& document : documentsFor(row.leaf)) shown += heard(document);
+        for (const std::string& document : documentsFor(row.leaf)) shown += shownOf(document);
         const bool isShown = shown.rfind(beginning(*first), 0) == 0;
         EXPECT_EQ(isShown, silent.count(row.name) == 0) << row.name << ": " << shown;
     }
@@ -57,7 +57,7 @@ TEST(ChangeWalkTest, ALeafOfNoRowIsLogged) {
     makeNew();
     setLogLevel(9);
     setBroadcast(true);
-    EXPECT_EQ(heard(R"({"video":{"unknown":1}})"), "");
+    EXPECT_EQ(shownOf(R"({"video":{"unknown":1}})"), "");
     EXPECT_EQ(logLines().back(), "5 [cipProcJson] Cant find command\r\n");
 }
 

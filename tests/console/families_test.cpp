@@ -99,7 +99,7 @@ void expectWholeRoad(const CommandEntry& row, const std::string& value) {
     const bool hasStatus = std::string(row.name) != "USBHostRoute";
     EXPECT_EQ(typed(std::string(row.name) + " sta"), hasStatus ? line + "\r\n" : refused("USBHostRoute sta"));
     setBroadcast(true);
-    EXPECT_EQ(heard(document), line + "\r\n");
+    EXPECT_EQ(shownOf(document), line + "\r\n");
     setConfig(document);
     const std::size_t before = published().size();
     EXPECT_EQ(typed(line), "");

@@ -8,7 +8,7 @@
 
 namespace {
 
-void obey(const std::string& line) {
+void runCommand(const std::string& line) {
     std::istringstream words(line);
     std::string verb, service, method, rest;
     words >> verb;
@@ -24,7 +24,7 @@ void obey(const std::string& line) {
 
 const bool isSteered = [] {  // NOLINT(cert-err58-cpp): what it may throw ends a console that cannot be steered
     std::istringstream lines(std::getenv("CMDD_DOUBLE"));
-    for (std::string line; std::getline(lines, line);) obey(line);
+    for (std::string line; std::getline(lines, line);) runCommand(line);
     return true;
 }();
 

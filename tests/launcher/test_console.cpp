@@ -17,7 +17,7 @@ void print(const std::string& text) {
     }
 }
 
-void obey(const std::string& line) {
+void runCommand(const std::string& line) {
     if (line == "!environment")
         for (char** variable = environ; *variable != nullptr; ++variable) print(std::string(*variable) + "\n");
     if (line == "!pid") print(std::to_string(getpid()));
@@ -42,7 +42,7 @@ int main() {
             line += byte;
             continue;
         }
-        if (line.starts_with('!')) obey(line);
+        if (line.starts_with('!')) runCommand(line);
         line.clear();
     }
 }

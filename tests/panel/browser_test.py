@@ -50,19 +50,19 @@ class Page(unittest.TestCase):
     def shows(self, selector, text):
         return wait_until(lambda: text in self.text(selector), f"{text} in {selector}")
 
-    def hears(self, line):
+    def console_shows(self, line):
         self.console.read_until(line + b"\r\n")
 
     def test_a_key_is_told_to_the_consoles_and_what_they_type_is_followed(self):
         self.key("HDMI")
-        self.hears(b"x2AVx1\r\nInputStatus 11")
+        self.console_shows(b"x2AVx1\r\nInputStatus 11")
         self.shows("#screen1", "IN 2  HDMI")
         self.console.ask(b"VOUT -30\r", b"\r\nVOUT -30\r\n")
         self.shows("#screen3", "-30 dB")
         self.shows("#sessions tbody", "VOUT -30")
         self.shows("#strip ol", "volume = -30")
         self.find("body").send_keys("+")
-        self.hears(b"VOUT -29")
+        self.console_shows(b"VOUT -29")
 
     def test_a_locked_panel_refuses_its_keys(self):
         self.console.ask(b"Lock\r", b"\r\nLock\r\n")
@@ -71,15 +71,15 @@ class Page(unittest.TestCase):
         self.shows("#notice", "locked")
         self.console.ask(b"Status\r", b"\r\nx1AVx1\r\n")
         self.key("Lock")
-        self.hears(b"Unlock")
+        self.console_shows(b"Unlock")
         self.key("HDMI")
-        self.hears(b"x2AVx1\r\nInputStatus 11")
+        self.console_shows(b"x2AVx1\r\nInputStatus 11")
 
     def test_inputs_are_pulled_and_the_link_is_lost(self):
         self.find("#plug2").click()
-        self.hears(b"InputStatus 10")
+        self.console_shows(b"InputStatus 10")
         self.find("#lose").click()
-        self.hears(b"InputStatus 00\r\nInputFormat1 --:--:--")
+        self.console_shows(b"InputStatus 00\r\nInputFormat1 --:--:--")
         self.shows("#screen1", "no signal")
         self.find("#report").click()
         self.shows("#link .facts", "10 m")
@@ -89,7 +89,7 @@ class Page(unittest.TestCase):
         self.find("#tree input[type=search]").send_keys("sinkcontrol.volume")
         field = self.find("[data-path='settings.audio.audOut.analogOut1.audioSinkControl.volume'] input")
         field.clear(), field.send_keys("-41\t")
-        self.hears(b"VOUT -41")
+        self.console_shows(b"VOUT -41")
         self.assertEqual(self.device.ctl("config", "get", '{"audio":{"audOut":{"analogOut1":{"audioSinkControl":'
                                          '{"volume":0}}}}}').stdout, "-41\n")
 
@@ -98,7 +98,7 @@ class Page(unittest.TestCase):
         self.shows("#screen3", "-30 dB")
         self.find("#reset").click()
         self.browser.switch_to.alert.accept()
-        self.hears(b"Mreset")
+        self.console_shows(b"Mreset")
         self.shows("#screen3", "-20 dB")
 
     def open_console(self, typed):
@@ -108,7 +108,7 @@ class Page(unittest.TestCase):
 
     def test_a_console_in_the_page_is_one_like_any_other(self):
         self.open_console("VOUT -33\n")
-        self.hears(b"VOUT -33")
+        self.console_shows(b"VOUT -33")
         self.shows(".xterm-accessibility", "VOUT -33")
         sessions = lambda: self.text("#sessions tbody").count("127.0.0.1")
         wait_until(lambda: sessions() == 2, "both sessions")
@@ -118,7 +118,7 @@ class Page(unittest.TestCase):
 
     def test_a_restart_is_outlived(self):
         self.open_console("VOUT -33\n")
-        self.hears(b"VOUT -33")
+        self.console_shows(b"VOUT -33")
         self.find("#reboot").click()
         self.browser.switch_to.alert.accept()
         self.console.read_all()

@@ -56,7 +56,7 @@ auto failing(Act act) {
     return result;
 }
 
-/// Hears some events, on this thread.
+/// Subscribes to some events, on this thread.
 class Listener {
   public:
     explicit Listener(std::initializer_list<const char*> events) : bus_(eventbus_open()) {
@@ -64,19 +64,19 @@ class Listener {
         for (const char* event : events) subscribe(event);
         subscribe(marker);
         // A subscription may take effect a little later.
-        for (int i = 0; i < patience / 100 && !hears(100); ++i) eventbus_publish(marker, "");
-        heard_.clear();
+        for (int i = 0; i < patience / 100 && !receive(100); ++i) eventbus_publish(marker, "");
+        events_.clear();
     }
 
     /// "EVENT PAYLOAD" of all that was published so far.
-    std::deque<std::string> heard() {
+    std::deque<std::string> takeEvents() {
         const std::string end = std::to_string(reinterpret_cast<std::uintptr_t>(this));
         EXPECT_EQ(eventbus_publish(marker, end.c_str()), 0);
         bool hasCome = true;
-        while (hasCome && std::ranges::count(heard_, marker + (" " + end)) == 0) hasCome = hears(patience);
+        while (hasCome && std::ranges::count(events_, marker + (" " + end)) == 0) hasCome = receive(patience);
         EXPECT_TRUE(hasCome) << "an event is lost: consoles would not show what others change";
-        std::erase_if(heard_, [](const std::string& event) { return event.starts_with(marker); });
-        return std::exchange(heard_, {});
+        std::erase_if(events_, [](const std::string& event) { return event.starts_with(marker); });
+        return std::exchange(events_, {});
     }
 
   private:
@@ -89,7 +89,7 @@ class Listener {
 
     static void keep(void* subscription, const char* payload) {
         const auto* to = static_cast<const Subscription*>(subscription);
-        to->listener->heard_.push_back(std::string(to->event) + " " + payload);
+        to->listener->events_.push_back(std::string(to->event) + " " + payload);
     }
 
     void subscribe(const char* event) {
@@ -98,22 +98,22 @@ class Listener {
     }
 
     /// Takes in what comes within the limit; true when something did.
-    bool hears(int limit) {
-        const std::size_t before = heard_.size();
+    bool receive(int limit) {
+        const std::size_t before = events_.size();
         pollfd input{eventbus_fileno(bus_.get()), POLLIN, 0};
-        while (heard_.size() == before && poll(&input, 1, limit) == 1) {
+        while (events_.size() == before && poll(&input, 1, limit) == 1) {
             if (eventbus_on_data_available(bus_.get()) != 0) break;
             input.fd = eventbus_fileno(bus_.get());
         }
-        return heard_.size() > before;
+        return events_.size() > before;
     }
 
     Owned<eventbus> bus_;
     std::deque<Subscription> subscriptions_;
-    std::deque<std::string> heard_;
+    std::deque<std::string> events_;
 };
 
-using Heard = std::deque<std::string>;
+using Events = std::deque<std::string>;
 
 // The stores
 
@@ -233,7 +233,7 @@ TEST_P(Stores, AnnounceWhatChangedAndNothingElse) {
     Listener listener({store.event});
     const std::string change = R"({"platformTest":{"deep":{"x":9}}})";
     ASSERT_EQ(store.update(change.c_str()), 0);
-    const Heard announced = listener.heard();
+    const Events announced = listener.takeEvents();
     ASSERT_EQ(announced.size(), 1U) << "consoles would show a change " << announced.size() << " times";
     const std::string payload = announced[0].substr(std::strlen(store.event) + 1);
     const Owned<json_token> told(json_token_parse(payload.c_str()));
@@ -242,9 +242,9 @@ TEST_P(Stores, AnnounceWhatChangedAndNothingElse) {
     EXPECT_EQ(json_token_object_walk_get_object(told.get(), "platformTest.list"), nullptr);
     ASSERT_EQ(store.update(change.c_str()), 0);
     EXPECT_NE(store.update("no document"), 0);
-    EXPECT_EQ(listener.heard(), Heard()) << "consoles would show an unchanged setting twice";
+    EXPECT_EQ(listener.takeEvents(), Events()) << "consoles would show an unchanged setting twice";
     for (int i = 0; i < 50; ++i) store.update(below(R"("number":)" + std::to_string(i)).c_str());
-    const Heard counted = listener.heard();
+    const Events counted = listener.takeEvents();
     ASSERT_EQ(counted.size(), 50U);
     for (std::size_t i = 0; i < counted.size(); ++i) {
         EXPECT_NE(counted[i].find(std::to_string(i)), std::string::npos) << "the last value shown would be an old one";
@@ -276,7 +276,7 @@ TEST(Status, ReadsNumbersAsDoubles) {
 TEST(EventBus, CarriesAnyBytesInOrderToThoseWhoAsked) {
     Listener listener({"platformTestEvent"});
     const std::string bytes = everyByte();
-    Heard expected;
+    Events expected;
     for (int i = 0; i < 1000; ++i) {
         ASSERT_EQ(eventbus_publish("platformTestEvent", (bytes + std::to_string(i)).c_str()), 0);
         ASSERT_EQ(eventbus_publish("platformTestOther", "x"), 0) << "nobody has to listen";
@@ -284,7 +284,7 @@ TEST(EventBus, CarriesAnyBytesInOrderToThoseWhoAsked) {
     }
     ASSERT_EQ(eventbus_publish("platformTestEvent", ""), 0);
     expected.push_back("platformTestEvent ");
-    EXPECT_EQ(listener.heard(), expected) << "consoles would miss changes or show them in another order";
+    EXPECT_EQ(listener.takeEvents(), expected) << "consoles would miss changes or show them in another order";
     eventbus_close(nullptr);
 }
 
@@ -307,7 +307,8 @@ TEST(EventBus, FailsInBoundedTimeWhileItStandsStill) {
     kill(std::atoi(process), SIGCONT);
     Listener listener({"platformTestEvent"});
     EXPECT_EQ(publish("platformTestEvent", "again"), 0);
-    EXPECT_EQ(listener.heard(), Heard{"platformTestEvent again"}) << "what was reported as failed would come late";
+    EXPECT_EQ(listener.takeEvents(), Events{"platformTestEvent again"})
+        << "what was reported as failed would come late";
 }
 
 // The LPC bus
@@ -415,14 +416,14 @@ TEST(Threads, DoNotDisturbEachOther) {
     offerService();
     const auto work = [](const char* event) {
         Listener listener({event});
-        Heard expected;
+        Events expected;
         for (int i = 0; i < 300; ++i) {
             const std::string text = event + std::to_string(i);
             ASSERT_EQ(eventbus_publish(event, text.c_str()), 0);
             ASSERT_EQ(ask("echo", text.c_str()), text) << "a console would take the reply to another call";
             expected.push_back(event + (" " + text));
         }
-        EXPECT_EQ(listener.heard(), expected);
+        EXPECT_EQ(listener.takeEvents(), expected);
     };
     std::thread first(work, "platformTestFirst"), second(work, "platformTestSecond");
     first.join();

@@ -169,7 +169,7 @@ class Stage:
         self.pump(lambda: not termios.tcgetattr(console.fileno())[3] & termios.ECHO, f"console {name} is raw")
 
     def listening(self):
-        """The consoles that hear the device's bus, which a device in memory is not on."""
+        """The consoles that show events of the device's bus, which a device in memory is not on."""
         return [each for each in self.consoles.values() if isinstance(each.descriptor, socket.socket)]
 
     def close_all(self):

@@ -1,4 +1,4 @@
-#include "tests/store/file_writes.h"
+#include "tests/host/file_writes.h"
 
 #include "host/base/atomic_file.h"
 

@@ -2,10 +2,10 @@
 #include "host/store/defaults.h"
 #include "host/store/preparation.h"
 #include "platform/user_config.h"
-#include "tests/store/children.h"
-#include "tests/store/file_writes.h"
-#include "tests/store/numbered_tree.h"
-#include "tests/store/test_root.h"
+#include "tests/host/children.h"
+#include "tests/host/file_writes.h"
+#include "tests/host/numbered_tree.h"
+#include "tests/host/test_root.h"
 
 #include <array>
 #include <atomic>

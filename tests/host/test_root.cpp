@@ -1,4 +1,4 @@
-#include "tests/store/test_root.h"
+#include "tests/host/test_root.h"
 
 #include "host/base/atomic_file.h"
 #include "host/base/device_root.h"

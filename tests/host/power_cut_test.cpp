@@ -1,8 +1,8 @@
 #include "host/base/atomic_file.h"
 #include "host/store/preparation.h"
-#include "tests/store/file_writes.h"
-#include "tests/store/numbered_tree.h"
-#include "tests/store/test_root.h"
+#include "tests/host/file_writes.h"
+#include "tests/host/numbered_tree.h"
+#include "tests/host/test_root.h"
 
 #include <unistd.h>
 

@@ -1,7 +1,7 @@
 #include "host/base/atomic_file.h"
 #include "host/store/preparation.h"
-#include "tests/store/file_writes.h"
-#include "tests/store/test_root.h"
+#include "tests/host/file_writes.h"
+#include "tests/host/test_root.h"
 
 #include <cerrno>
 #include <cstring>

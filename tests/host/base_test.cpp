@@ -5,8 +5,8 @@
 #include "platform/factory_data.h"
 #include "platform/logger.h"
 #include "platform/shell.h"
-#include "tests/store/children.h"
-#include "tests/store/test_root.h"
+#include "tests/host/children.h"
+#include "tests/host/test_root.h"
 
 #include <cerrno>
 #include <csignal>

@@ -2,8 +2,8 @@
 #include "host/store/preparation.h"
 #include "platform/user_config.h"
 #include "platform/user_status.h"
-#include "tests/store/numbered_tree.h"
-#include "tests/store/test_root.h"
+#include "tests/host/numbered_tree.h"
+#include "tests/host/test_root.h"
 
 #include <cerrno>
 #include <cstdio>
