@@ -30,7 +30,7 @@ TEST(CommandTableTest, EveryLeafHasADefaultOfItsKind) {
         const std::string found = config(query).empty() ? status(query) : config(query);
         setConfig(query);
         EXPECT_EQ(kindOf(found), kindOf(config(query)))
-            << row.name << ": host/store/defaults.cpp holds no value of its kind for " << row.leaf;
+            << row.name << ": host/store/defaults/ holds no value of its kind for " << row.leaf;
     }
 }
 
