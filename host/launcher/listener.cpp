@@ -5,6 +5,7 @@
 #include <array>
 #include <cerrno>
 #include <event2/listener.h>
+#include <event2/util.h>
 #include <fcntl.h>
 #include <netdb.h>
 #include <netinet/in.h>
@@ -16,6 +17,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
+constexpr unsigned listenerOptions = LEV_OPT_CLOSE_ON_FREE | LEV_OPT_CLOSE_ON_EXEC | LEV_OPT_REUSEABLE;
 constexpr int backlog = 512;
 constexpr int acceptedAtOnce = 16;
 constexpr auto pauseAfterFailure = 100ms;
@@ -29,56 +31,42 @@ std::string textOf(const sockaddr* address, int size) {
     return std::string(text.starts_with(mappedPrefix) ? text.substr(mappedPrefix.size()) : text);
 }
 
-UniqueFd bindTo(const addrinfo& address) {
-    UniqueFd socket(::socket(address.ai_family, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
-    const int on = 1;
-    setsockopt(socket.get(), SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
-    // For the connections: the urgent byte of a telnet client is the second of a command and stays behind the first.
-    setsockopt(socket.get(), SOL_SOCKET, SO_OOBINLINE, &on, sizeof on);
-    if (bind(socket.get(), address.ai_addr, address.ai_addrlen) != 0) socket.reset();
-    return socket;
-}
+/// IPv6 addresses have it at the same place.
+in_port_t& portOf(sockaddr_storage& address) { return reinterpret_cast<sockaddr_in&>(address).sin_port; }
 
 UniqueFd openReserve() { return UniqueFd(::open("/dev/null", O_RDONLY | O_CLOEXEC)); }
 
 }  // namespace
 
 std::unique_ptr<Listener> Listener::open(EventLoop& loop, const std::string& address, int port, OnPeer onPeer) {
-    addrinfo hints = {};
-    hints.ai_flags = AI_NUMERICHOST | AI_NUMERICSERV | AI_PASSIVE;
-    hints.ai_socktype = SOCK_STREAM;
-    addrinfo* found = nullptr;
-    if (getaddrinfo(address.c_str(), std::to_string(port).c_str(), &hints, &found) != 0) {
-        errno = EADDRNOTAVAIL;
-        return nullptr;
-    }
-    UniqueFd socket = bindTo(*found);
-    freeaddrinfo(found);
-    return socket ? listenOn(loop, std::move(socket), std::move(onPeer)) : nullptr;
+    sockaddr_storage own = {};
+    int size = sizeof own;
+    // What is no address stays without a family, and then there is no socket for it.
+    evutil_parse_sockaddr_port(address.c_str(), reinterpret_cast<sockaddr*>(&own), &size);
+    portOf(own) = htons(static_cast<in_port_t>(port));
+    return openAt(loop, reinterpret_cast<const sockaddr*>(&own), static_cast<socklen_t>(size), std::move(onPeer));
 }
 
-std::unique_ptr<Listener> Listener::listenOn(EventLoop& loop, UniqueFd socket, OnPeer onPeer) {
-    auto listener = std::make_unique<Listener>(loop, std::move(socket), std::move(onPeer));
+std::unique_ptr<Listener> Listener::openAt(EventLoop& loop, const sockaddr* address, socklen_t size, OnPeer onPeer) {
+    auto listener = std::make_unique<Listener>(loop, address, size, std::move(onPeer));
     return listener->events_ ? std::move(listener) : nullptr;
 }
 
-Listener::Listener(EventLoop& loop, UniqueFd socket, OnPeer onPeer)
-    : socket_(std::move(socket)),
-      reserve_(openReserve()),
+Listener::Listener(EventLoop& loop, const sockaddr* address, socklen_t size, OnPeer onPeer)
+    : reserve_(openReserve()),
       onPeer_(std::move(onPeer)),
-      events_(evconnlistener_new(loop.base(), onConnection, this, LEV_OPT_CLOSE_ON_EXEC, backlog, socket_.get()),
-              evconnlistener_free),
-      resume_(loop, [this] { resume(); }) {
+      resume_(loop, [this] { resume(); }),
+      events_(evconnlistener_new_bind(loop.base(), onConnection, this, listenerOptions, backlog, address,
+                                      static_cast<int>(size)),
+              evconnlistener_free) {
     if (events_) evconnlistener_set_error_cb(events_.get(), onFailure);
 }
 
 int Listener::port() const {
     sockaddr_storage own = {};
     socklen_t size = sizeof own;
-    getsockname(socket_.get(), reinterpret_cast<sockaddr*>(&own), &size);
-    const bool isIpv6 = own.ss_family == AF_INET6;
-    return ntohs(isIpv6 ? reinterpret_cast<const sockaddr_in6&>(own).sin6_port
-                        : reinterpret_cast<const sockaddr_in&>(own).sin_port);
+    getsockname(evconnlistener_get_fd(events_.get()), reinterpret_cast<sockaddr*>(&own), &size);
+    return ntohs(portOf(own));
 }
 
 void Listener::onConnection(evconnlistener* /*events*/, int fd, sockaddr* address, int size, void* self) {
@@ -107,7 +95,7 @@ void Listener::resume() {
 
 void Listener::refuseOne() {
     reserve_.reset();
-    UniqueFd peer(accept4(socket_.get(), nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC));
+    UniqueFd peer(accept4(evconnlistener_get_fd(events_.get()), nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC));
     if (peer) {
         sendIfTaken(peer.get(), "Too many connections.\r\n");
         discardInput(peer.get());

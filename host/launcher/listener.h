@@ -9,9 +9,9 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <sys/socket.h>
 
 struct evconnlistener;
-struct sockaddr;
 
 namespace host {
 
@@ -22,10 +22,10 @@ class Listener {
     /// Listens on a numeric address; none, with errno set, when that fails.
     static std::unique_ptr<Listener> open(EventLoop& loop, const std::string& address, int port, OnPeer onPeer);
 
-    /// The same on a socket that is bound already.
-    static std::unique_ptr<Listener> listenOn(EventLoop& loop, UniqueFd socket, OnPeer onPeer);
+    /// The same on an address of any kind.
+    static std::unique_ptr<Listener> openAt(EventLoop& loop, const sockaddr* address, socklen_t size, OnPeer onPeer);
 
-    Listener(EventLoop& loop, UniqueFd socket, OnPeer onPeer);
+    Listener(EventLoop& loop, const sockaddr* address, socklen_t size, OnPeer onPeer);
 
     /// The port it has got, also when it was asked for any.
     int port() const;
@@ -37,12 +37,11 @@ class Listener {
     void resume();
     void refuseOne();
 
-    UniqueFd socket_;
     UniqueFd reserve_;  ///< given up to refuse a peer when no other descriptor is left
     OnPeer onPeer_;
-    std::unique_ptr<evconnlistener, void (*)(evconnlistener*)> events_;
     unsigned accepted_ = 0;
     Timer resume_;
+    std::unique_ptr<evconnlistener, void (*)(evconnlistener*)> events_;
 };
 
 }  // namespace host

@@ -6,7 +6,6 @@
 
 #include <cstdio>
 #include <ctime>
-#include <sys/socket.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -20,16 +19,6 @@ constexpr std::size_t mostObservers = 8;
 constexpr std::size_t mostWaiting = std::size_t{256} * 1024;
 constexpr std::size_t longestLine = 1024;
 
-UniqueFd bindTo(const std::string& path) {
-    const UnixAddress address(path);
-    UniqueFd socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
-    unlink(path.c_str());
-    const bool isBound =
-        bind(socket.get(), address.get(), address.size()) == 0 && chmod(path.c_str(), S_IRUSR | S_IWUSR) == 0;
-    if (!isBound) std::perror("launcher: observers");
-    return isBound ? std::move(socket) : UniqueFd();
-}
-
 std::string line(std::initializer_list<std::string> words) {
     std::string text;
     for (const std::string& word : words) text += (text.empty() ? "" : "\t") + word;
@@ -41,8 +30,14 @@ std::string line(std::initializer_list<std::string> words) {
 std::string observersPath() { return inRoot("sessions"); }
 
 Observers::Observers(EventLoop& loop) : loop_(loop) {
-    if (UniqueFd socket = bindTo(observersPath()))
-        listener_ = Listener::listenOn(loop, std::move(socket), [this](Peer peer) { admit(std::move(peer.socket)); });
+    const std::string path = observersPath();
+    const UnixAddress address(path);
+    unlink(path.c_str());
+    listener_ =
+        Listener::openAt(loop, address.get(), address.size(), [this](Peer peer) { admit(std::move(peer.socket)); });
+    if (listener_ && chmod(path.c_str(), S_IRUSR | S_IWUSR) == 0) return;
+    std::perror("launcher: observers");
+    listener_.reset();
 }
 
 void Observers::admit(UniqueFd socket) {

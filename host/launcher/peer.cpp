@@ -22,6 +22,8 @@ void setOption(int socket, int level, int name, int value) { setsockopt(socket, 
 }  // namespace
 
 void preparePeerSocket(int peer) {
+    // The urgent byte of a telnet client is the second of a command and stays behind the first.
+    setOption(peer, SOL_SOCKET, SO_OOBINLINE, 1);
     setOption(peer, IPPROTO_TCP, TCP_NODELAY, 1);
     setOption(peer, SOL_SOCKET, SO_SNDBUF, bufferBytes);
     setOption(peer, SOL_SOCKET, SO_RCVBUF, bufferBytes);

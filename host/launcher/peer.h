@@ -14,7 +14,8 @@ struct Peer {
     int port;             ///< the listener's
 };
 
-/// Small packets at once, little buffered for a slow peer, and an error within 20 s when the peer has vanished.
+/// Urgent bytes in their place, small packets at once, little buffered for a slow peer, and an error within 20 s when
+/// the peer has vanished.
 void preparePeerSocket(int peer);
 
 /// Sends a short text if the peer takes it at once, and ends the output.
