@@ -1,6 +1,7 @@
 /// Looks into a device and works on it from outside, by hand or in a script.
 #include "host/base/device_root.h"
 #include "host/base/version.h"
+#include "host/devicectl/tool.h"
 #include "host/devicectl/verb.h"
 
 #include <algorithm>
@@ -21,11 +22,6 @@ int showHelp(const char* program, std::FILE* stream) {
     return stream == stdout ? 0 : usageStatus;
 }
 
-int showVersion() {
-    std::printf("devicectl %s\n", version);
-    return 0;
-}
-
 bool isRootKnown() {
     const char* root = std::getenv(deviceRootVariable);
     return root != nullptr && *root != '\0';
@@ -37,7 +33,7 @@ int run(const char* program, const Arguments& arguments) {
     Arguments words;
     for (auto word = arguments.begin(); word != arguments.end(); ++word) {
         if (*word == "--help") return showHelp(program, stdout);
-        if (*word == "--version") return showVersion();
+        if (*word == "--version") return printVersion();
         if (*word == "--") {
             words.insert(words.end(), word + 1, arguments.end());
             break;
@@ -60,4 +56,8 @@ int run(const char* program, const Arguments& arguments) {
 }  // namespace
 }  // namespace host
 
-int main(int argc, char** argv) { return host::run(argv[0], host::Arguments(argv + std::min(argc, 1), argv + argc)); }
+int main(int argc, char** argv) {
+    const host::Arguments arguments(argv + std::min(argc, 1), argv + argc);
+    const std::optional<int> status = host::runTool(arguments);
+    return status ? *status : host::run(argv[0], arguments);
+}

@@ -99,11 +99,6 @@ int printHelp(const char* program, const char* purpose) {
     return 0;
 }
 
-int printVersion(const char* program) {
-    std::printf("%s %s\n", program, version);
-    return 0;
-}
-
 int reportMistake(const char* program, const char* word, const char* value, const Option* option) {
     if (option == nullptr || option->meaning == nullptr) {
         std::fprintf(stderr, "%s: %s is no option; --help lists them\n", program, word);
@@ -131,7 +126,7 @@ std::optional<int> Options::read(int argc, char** argv, const char* purpose) {
     for (int i = 1; i < argc; i += 2) {
         const std::string_view word = argv[i];
         if (word == "--help") return printHelp(argv[0], purpose);
-        if (word == "--version") return printVersion(argv[0]);
+        if (word == "--version") return printVersion();
         const auto* const option = std::ranges::find(table, word, &Option::word);
         const bool isKnown = option != std::end(table);
         if (!isKnown || i + 1 == argc || !option->take(*this, argv[i + 1]))

@@ -76,7 +76,7 @@ bool layOutRoot() {
     for (const ConsolePort& port : consolePorts)
         if (!link(programPath("cmdd"), deviceRoot() + port.programName)) return false;
     for (const char* name : standIns)
-        if (!link(programPath("stand_in"), inRoot(name))) return false;
+        if (!link(programPath("devicectl"), inRoot(name))) return false;
     if (!prepareLog()) return report(inRoot("log"), lastError());
     fs::remove(callLogPath(), error);
     return report(callLogPath(), error);

@@ -1,5 +1,5 @@
-/// Stands in, below the device root, for the tools that the console's shell lines call. The name it is started by says
-/// which one it is.
+#include "host/devicectl/tool.h"
+
 #include "host/base/device_process.h"
 #include "host/base/device_root.h"
 #include "host/base/factory_store.h"
@@ -8,25 +8,24 @@
 #include "platform/logger.h"
 #include "platform/lpc.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
-#include <string>
+#include <iterator>
 #include <string_view>
 #include <sys/auxv.h>
-#include <vector>
 
 namespace host {
 namespace {
 
-using Arguments = std::vector<std::string>;
+namespace fs = std::filesystem;
 
 /// Success, or a complaint that says what errno meant.
 bool report(bool success, const char* what) {
-    if (!success) std::fprintf(stderr, "%s: %s\n", what, std::strerror(errno));
+    if (!success) std::perror(what);
     return success;
 }
 
@@ -64,20 +63,18 @@ struct Tool {
 constexpr Tool tools[] = {
     {"apploggertool", runLoggerTool}, {"factory_tool", runFactoryTool}, {"reboot", runReboot}, {"killall", runKillall}};
 
-/// The link by which this program was started, whatever argv[0] says; empty where it is unknown.
-std::filesystem::path startedPath() {
+/// The link by which this program was started, whatever argv[0] says.
+fs::path startedPath() {
     // NOLINTNEXTLINE(performance-no-int-to-ptr): that is how the kernel hands it over.
     const auto* path = reinterpret_cast<const char*>(getauxval(AT_EXECFN));
-    std::error_code error;
-    const std::filesystem::path absolute = std::filesystem::absolute(path != nullptr ? path : "", error);
-    return std::filesystem::canonical(absolute.parent_path(), error) / absolute.filename();
+    return path != nullptr ? path : "";
 }
 
-bool isInDeviceRoot(const std::filesystem::path& path) {
+bool isInDeviceRoot(const fs::path& link) {
     if (std::getenv(deviceRootVariable) == nullptr) return false;
     std::error_code error;
-    const std::string root = std::filesystem::canonical(deviceRoot(), error).string() + "/";
-    return !error && path.string().starts_with(root);
+    const std::string root = fs::canonical(deviceRoot(), error).string() + "/";
+    return !error && fs::canonical("." / link.parent_path(), error).string().starts_with(root);
 }
 
 void logStart(const Arguments& arguments) {
@@ -86,22 +83,19 @@ void logStart(const Arguments& arguments) {
     note("started with%s", line.c_str());
 }
 
-int run(const std::filesystem::path& path, const Arguments& arguments) {
+}  // namespace
+
+std::optional<int> runTool(const Arguments& arguments) {
+    const fs::path path = startedPath();
+    const std::string name = path.filename();
+    const auto* const tool = std::ranges::find(tools, name, &Tool::name);
+    if (tool == std::end(tools)) return std::nullopt;
     if (!isInDeviceRoot(path)) {
         std::fprintf(stderr, "%s: not started from a device root\n", path.c_str());
-        return 1;
+        return failureStatus;
     }
     logStart(arguments);
-    for (const Tool& tool : tools) {
-        if (path.filename() == tool.name) return tool.run(arguments) ? 0 : 1;
-    }
-    std::fprintf(stderr, "%s: stands in for no tool\n", path.c_str());
-    return 1;
+    return tool->run(arguments) ? 0 : failureStatus;
 }
 
-}  // namespace
 }  // namespace host
-
-int main(int argc, char** argv) {
-    return host::run(host::startedPath(), host::Arguments(argv + (argc > 0 ? 1 : 0), argv + argc));
-}
