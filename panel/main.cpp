@@ -1,5 +1,6 @@
 /// Serves the front panel of a device to browsers.
 #include "host/base/readiness.h"
+#include "host/base/version.h"
 #include "host/launcher/options.h"
 #include "host/loop/event_loop.h"
 #include "panel/http_server.h"
@@ -10,6 +11,7 @@
 #include <cstdio>
 #include <cstring>
 #include <string>
+#include <string_view>
 #include <sys/resource.h>
 
 namespace panel {
@@ -71,6 +73,7 @@ int serve(const std::string& address, int port, const std::string& consoleAddres
 }  // namespace panel
 
 int main(int argc, char** argv) {
+    if (argc == 2 && std::string_view(argv[1]) == "--version") return host::printVersion();
     const std::optional<int> port = argc == 4 ? host::parseNumber(argv[2], 1, host::highestPort) : std::nullopt;
     if (!port) {
         std::fprintf(stderr, "usage: %s ADDR PORT CONSOLE-ADDR\n", argv[0]);

@@ -1,4 +1,5 @@
 /// Runs one of the device's stand-in daemons.
+#include "host/base/version.h"
 #include "host/daemons/daemon.h"
 #include "host/daemons/daemons.h"
 
@@ -27,6 +28,7 @@ int run(const DaemonKind& kind) {
 }  // namespace host
 
 int main(int argc, char** argv) {
+    if (argc == 2 && std::string_view(argv[1]) == "--version") return host::printVersion();
     const host::DaemonKind* kind = argc == 2 ? host::findKind(argv[1]) : nullptr;
     if (kind == nullptr) {
         std::fprintf(stderr, "usage: %s DAEMON\n", argv[0]);
