@@ -9,17 +9,15 @@ namespace {
 using namespace std::chrono_literals;
 
 /// No display is connected. Sending takes as long as the bytes take at 9600 baud.
-class SerialLine : public DisplayLine {
+class SerialLine : public Transmitter {
   public:
-    explicit SerialLine(EventLoop& loop) : sent_(loop, [this] { done_(); }) {}
-
-    void send(const std::string& bytes, Callback done) override {
-        done_ = std::move(done);
-        sent_.start(1ms * bytes.size());
-    }
+    explicit SerialLine(Daemon& daemon)
+        : Transmitter(daemon, "TrigRS1", "control.displayControl.output1.transmission.rs232"),
+          sent_(daemon.loop(), [this] { startNext(); }) {}
 
   private:
-    Callback done_;
+    void transmit(const std::string& bytes) override { sent_.start(1ms * bytes.size()); }
+
     Timer sent_;
 };
 
@@ -30,8 +28,7 @@ Service makeDisplayControl(Daemon& daemon) {
         note("zone sends %s", describeBytes(decodeControlString(text)).c_str());
         return "ok";
     });
-    return std::make_shared<Transmitter>(daemon, "TrigRS1", "control.displayControl.output1.transmission.rs232",
-                                         std::make_unique<SerialLine>(daemon.loop()));
+    return std::make_shared<SerialLine>(daemon);
 }
 
 }  // namespace host

@@ -46,23 +46,25 @@ UniqueFd beginToConnect() {
 }
 
 /// One connection for each command, so that the display sees its pieces together.
-class NetworkLine : public DisplayLine {
+class NetworkLine : public Transmitter {
   public:
-    explicit NetworkLine(EventLoop& loop) : loop_(loop), later_(loop, [this] { done_(); }) {}
+    explicit NetworkLine(Daemon& daemon)
+        : Transmitter(daemon, "TrigIP1", "control.displayControl.output1.transmission.telnet"),
+          loop_(daemon.loop()),
+          later_(daemon.loop(), [this] { startNext(); }) {}
 
-    void send(const std::string& bytes, Callback done) override {
-        done_ = std::move(done);
+  private:
+    void transmit(const std::string& bytes) override {
         if (!channel_) connectToDisplay();
         if (!channel_ || bytes.empty()) return later_.start(0ms);
         channel_->send(bytes);
     }
 
-    void endCommand() override {
+    void hangUp() override {
         channel_.reset();
         display_.reset();
     }
 
-  private:
     void connectToDisplay() {
         display_ = beginToConnect();
         if (!display_) return;
@@ -71,7 +73,7 @@ class NetworkLine : public DisplayLine {
         };
         const auto onEnd = [this](Channel::End end) { loseDisplay(end); };
         channel_ = std::make_unique<Channel>(loop_, display_.get(), patience,
-                                             Channel::Handlers{onAnswer, [this] { done_(); }, onEnd});
+                                             Channel::Handlers{onAnswer, [this] { startNext(); }, onEnd});
     }
 
     void loseDisplay(Channel::End end) {
@@ -79,22 +81,18 @@ class NetworkLine : public DisplayLine {
         if (end == Channel::End::input) return;
         const bool wasWaiting = channel_->waiting() > 0;
         note("the display does not listen: %s", std::strerror(errno));
-        endCommand();
-        if (wasWaiting) done_();
+        hangUp();
+        if (wasWaiting) startNext();
     }
 
     EventLoop& loop_;
     UniqueFd display_;
     std::unique_ptr<Channel> channel_;
-    Callback done_;
     Timer later_;
 };
 
 }  // namespace
 
-Service makeDisplayControlTelnetClient(Daemon& daemon) {
-    return std::make_shared<Transmitter>(daemon, "TrigIP1", "control.displayControl.output1.transmission.telnet",
-                                         std::make_unique<NetworkLine>(daemon.loop()));
-}
+Service makeDisplayControlTelnetClient(Daemon& daemon) { return std::make_shared<NetworkLine>(daemon); }
 
 }  // namespace host

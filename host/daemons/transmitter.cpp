@@ -63,10 +63,9 @@ std::string actionOf(const std::vector<std::string>& texts) {
 
 }  // namespace
 
-Transmitter::Transmitter(Daemon& daemon, const char* command, const char* busyPath, std::unique_ptr<DisplayLine> line)
+Transmitter::Transmitter(Daemon& daemon, const char* command, const char* busyPath)
     : command_(command),
       busyPath_(busyPath),
-      line_(std::move(line)),
       wait_(daemon.loop(), [this] { send(); }),
       quiet_(daemon.loop(), [this] { becomeIdle(); }) {
     daemon.offer("SetCmdOn", [this](const char* text) { return accept(text); });
@@ -101,11 +100,11 @@ void Transmitter::send() {
     sent_.push_back(current_.text);
     std::string bytes;
     for (int i = 0; i < current_.sendCount; ++i) bytes += current_.bytes;
-    line_->send(bytes, [this] { startNext(); });
+    transmit(bytes);
 }
 
 void Transmitter::endCommand() {
-    line_->endCommand();
+    hangUp();
     const std::string action = actionOf(std::exchange(sent_, {}));
     if (action.empty()) return note("%s sent no stored string", command_);
     const std::string feedback = std::string(command_) + " " + action;

@@ -5,42 +5,37 @@
 #include "host/loop/event_loop.h"
 
 #include <deque>
-#include <memory>
+#include <string>
 #include <vector>
 
 namespace host {
 
 class Daemon;
 
-/// The way to the display.
-class DisplayLine {
-  public:
-    virtual ~DisplayLine() = default;
-
-    /// Sends `bytes` and calls `done` later, whether they arrived or not.
-    virtual void send(const std::string& bytes, Callback done) = 0;
-
-    /// The last piece of a command is sent.
-    virtual void endCommand() {}
-};
-
 class Transmitter {
   public:
     /// Offers "SetCmdOn", takes requests while others are under way and sends them in their order. The status leaf at
     /// `busyPath` is true meanwhile. When a command's last piece is out, it publishes "CommandFeedback" with the name
     /// of the console's command, which begins with `command`: "TrigRS1 on".
-    Transmitter(Daemon& daemon, const char* command, const char* busyPath, std::unique_ptr<DisplayLine> line);
+    Transmitter(Daemon& daemon, const char* command, const char* busyPath);
+    virtual ~Transmitter() = default;
+
+  protected:
+    /// Sends `bytes` to the display and calls startNext() later, whether they arrived or not.
+    virtual void transmit(const std::string& bytes) = 0;
+    void startNext();
+
+    /// The last piece of a command is sent.
+    virtual void hangUp() {}
 
   private:
     std::string accept(const char* text);
-    void startNext();
     void send();
     void endCommand();
     void becomeIdle();
 
     const char* const command_;
     const char* const busyPath_;
-    const std::unique_ptr<DisplayLine> line_;
     Timer wait_;
     Timer quiet_;
     std::deque<TriggerRequest> waiting_;
