@@ -21,6 +21,7 @@ constexpr const char* statementTexts[] = {
     "DELETE FROM leaf WHERE path >= ?1 AND path < ?2 RETURNING path",
     "BEGIN IMMEDIATE",
     "COMMIT",
+    "PRAGMA integrity_check(1)",
 };
 
 /// For many small processes that read a leaf now and then: nothing is reserved in advance.
@@ -55,34 +56,10 @@ int errnoOf(int result) {
     }
 }
 
-/// One run of a prepared statement, which is left ready for the next.
-class Run {
-  public:
-    explicit Run(sqlite3_stmt* statement) : statement_(statement) {}
-    ~Run() { sqlite3_reset(statement_); }
-    Run(const Run&) = delete;
-    Run& operator=(const Run&) = delete;
-
-    /// `text` must outlive the run.
-    void bind(int parameter, const std::string& text) {
-        sqlite3_bind_text(statement_, parameter, text.data(), static_cast<int>(text.size()), SQLITE_STATIC);
-    }
-
-    /// True when there is a row to read.
-    bool step() { return (result_ = sqlite3_step(statement_)) == SQLITE_ROW; }
-
-    std::string text(int column) {
-        const void* bytes = sqlite3_column_blob(statement_, column);
-        return {static_cast<const char*>(bytes), static_cast<std::size_t>(sqlite3_column_bytes(statement_, column))};
-    }
-
-    /// How the last step ended.
-    int result() const { return result_; }
-
-  private:
-    sqlite3_stmt* statement_;
-    int result_ = SQLITE_OK;
-};
+std::string textOf(sqlite3_stmt* row, int column) {
+    const void* bytes = sqlite3_column_blob(row, column);
+    return {static_cast<const char*>(bytes), static_cast<std::size_t>(sqlite3_column_bytes(row, column))};
+}
 
 }  // namespace
 
@@ -108,47 +85,30 @@ bool Database::create() {
 }
 
 bool Database::isSound() {
-    sqlite3_stmt* statement = nullptr;
-    const int result = sqlite3_prepare_v2(connection_.get(), "PRAGMA integrity_check(1)", -1, &statement, nullptr);
-    const std::unique_ptr<sqlite3_stmt, Finalize> owner(statement);
-    if (result != SQLITE_OK) return fail(result);
-    Run check(statement);
-    if (!check.step()) return fail(check.result());
-    if (check.text(0) == "ok") return prepared(readRange) != nullptr;
+    std::string verdict;
+    if (!run(checkFile, {}, [&verdict](sqlite3_stmt* row) { verdict = textOf(row, 0); })) return false;
+    if (verdict == "ok") return prepared(readRange) != nullptr;
     errno = EBADMSG;
     return false;
 }
 
 std::optional<Leaves> Database::read(const PathRange& range) {
-    sqlite3_stmt* statement = prepared(readRange);
-    if (statement == nullptr) return std::nullopt;
-    Run query(statement);
-    query.bind(1, range.first);
-    query.bind(2, range.end);
     Leaves leaves;
-    while (query.step()) leaves.push_back({query.text(0), query.text(1)});
-    if (query.result() != SQLITE_DONE) {
-        fail(query.result());
-        return std::nullopt;
-    }
+    const auto keep = [&leaves](sqlite3_stmt* row) { leaves.push_back({textOf(row, 0), textOf(row, 1)}); };
+    if (!run(readRange, {range.first, range.end}, keep)) return std::nullopt;
     return leaves;
 }
 
 std::optional<bool> Database::replace(const Leaf& leaf) {
-    if (!run(replaceLeaf, leaf)) return std::nullopt;
+    if (!run(replaceLeaf, {leaf.path, leaf.value})) return std::nullopt;
     return sqlite3_changes(connection_.get()) > 0;
 }
 
-bool Database::put(const Leaf& leaf) { return run(putLeaf, leaf); }
+bool Database::put(const Leaf& leaf) { return run(putLeaf, {leaf.path, leaf.value}); }
 
 bool Database::remove(const PathRange& range, std::vector<std::string>& removed) {
-    sqlite3_stmt* statement = prepared(removeRange);
-    if (statement == nullptr) return false;
-    Run deletion(statement);
-    deletion.bind(1, range.first);
-    deletion.bind(2, range.end);
-    while (deletion.step()) removed.push_back(deletion.text(0));
-    return deletion.result() == SQLITE_DONE || fail(deletion.result());
+    return run(removeRange, {range.first, range.end},
+               [&removed](sqlite3_stmt* row) { removed.push_back(textOf(row, 0)); });
 }
 
 bool Database::begin() {
@@ -223,22 +183,17 @@ bool Database::execute(const char* sql) {
     return result == SQLITE_OK || fail(result);
 }
 
-bool Database::run(Prepared which) {
+bool Database::run(Prepared which, std::initializer_list<std::string_view> texts, const OnRow& onRow) {
     sqlite3_stmt* statement = prepared(which);
     if (statement == nullptr) return false;
-    Run once(statement);
-    once.step();
-    return once.result() == SQLITE_DONE || fail(once.result());
-}
-
-bool Database::run(Prepared which, const Leaf& leaf) {
-    sqlite3_stmt* statement = prepared(which);
-    if (statement == nullptr) return false;
-    Run once(statement);
-    once.bind(1, leaf.path);
-    once.bind(2, leaf.value);
-    once.step();
-    return once.result() == SQLITE_DONE || fail(once.result());
+    int parameter = 0;
+    for (const std::string_view text : texts)
+        sqlite3_bind_text(statement, ++parameter, text.data(), static_cast<int>(text.size()), SQLITE_STATIC);
+    int result = sqlite3_step(statement);
+    for (; result == SQLITE_ROW; result = sqlite3_step(statement)) onRow(statement);
+    const bool isDone = result == SQLITE_DONE || fail(result);
+    sqlite3_reset(statement);
+    return isDone;
 }
 
 sqlite3_stmt* Database::prepared(Prepared which) {

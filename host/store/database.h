@@ -6,9 +6,12 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
+#include <initializer_list>
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -77,13 +80,15 @@ class Database {
         removeRange,
         beginWrite,
         commitWrite,
+        checkFile,
         preparedCount
     };
+    using OnRow = std::function<void(sqlite3_stmt* row)>;
 
     bool openFile(int flags);
     bool execute(const char* sql);
-    bool run(Prepared which);
-    bool run(Prepared which, const Leaf& leaf);
+    /// Runs a statement to its end with these parameters, and shows each of its rows to `onRow`.
+    bool run(Prepared which, std::initializer_list<std::string_view> texts = {}, const OnRow& onRow = nullptr);
     sqlite3_stmt* prepared(Prepared which);
     bool fail(int result);
 
