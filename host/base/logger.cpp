@@ -9,12 +9,13 @@
 #include <cerrno>
 #include <cstdarg>
 #include <cstdio>
-#include <ctime>
 #include <string>
 #include <string_view>
 #include <unistd.h>
 
 namespace {
+
+using namespace std::chrono_literals;
 
 /// The text of a line is cut to this many bytes, counted before control bytes are escaped.
 constexpr std::size_t longestText = 1024;
@@ -27,13 +28,10 @@ std::string_view withoutLineEnd(std::string_view text) {
 
 /// "2026-11-21T03:31:19.123Z *cmdd[1234] 5 "
 std::string stamp(int level) {
-    const timespec now = host::toTimespec(host::timeOfDay());
-    tm utc;
-    gmtime_r(&now.tv_sec, &utc);
-    std::array<char, 32> time;
-    std::strftime(time.data(), time.size(), "%FT%T", &utc);
+    const std::chrono::nanoseconds now = host::timeOfDay();
+    const auto milliseconds = static_cast<int>(now / 1ms % 1000);
     std::array<char, 128> text;
-    std::snprintf(text.data(), text.size(), "%s.%03ldZ %s[%d] %d ", time.data(), now.tv_nsec / 1'000'000,
+    std::snprintf(text.data(), text.size(), "%s.%03dZ %s[%d] %d ", host::utcText("%FT%T", now).c_str(), milliseconds,
                   program_invocation_short_name, getpid(), level);
     return text.data();
 }

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <ctime>
 #include <limits>
+#include <string>
 #include <sys/time.h>
 
 namespace host {
@@ -29,6 +30,15 @@ inline std::chrono::nanoseconds timeOfDay() {
     timespec now{};
     clock_gettime(CLOCK_REALTIME, &now);
     return std::chrono::seconds(now.tv_sec) + std::chrono::nanoseconds(now.tv_nsec);
+}
+
+/// A moment since the epoch, as strftime() writes it.
+inline std::string utcText(const char* format, std::chrono::nanoseconds moment) {
+    const std::time_t seconds = wholeSeconds(moment);
+    tm utc;
+    gmtime_r(&seconds, &utc);
+    char text[32];
+    return {text, std::strftime(text, sizeof text, format, &utc)};
 }
 
 }  // namespace host

@@ -3,10 +3,8 @@
 #include "host/base/time_span.h"
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <cstdio>
-#include <ctime>
 #include <unistd.h>
 
 namespace host {
@@ -46,17 +44,9 @@ bool makeReady(const StoreKind& kind, const char* document) {
            makeSharedState(kind.sharedStatePath());
 }
 
-std::string timeNow() {
-    const std::time_t now = wholeSeconds(timeOfDay());
-    tm utc;
-    gmtime_r(&now, &utc);
-    std::array<char, 32> text;
-    return {text.data(), std::strftime(text.data(), text.size(), "%Y%m%dT%H%M%SZ", &utc)};
-}
-
 /// The file and its log, so that somebody can still look at them. Empty with errno set on failure.
 std::string setAside(const std::string& path) {
-    const std::string aside = path + ".corrupt-" + timeNow();
+    const std::string aside = path + ".corrupt-" + utcText("%Y%m%dT%H%M%SZ", timeOfDay());
     for (const char* ending : {"-wal", "-shm"}) std::rename((path + ending).c_str(), (aside + ending).c_str());
     return std::rename(path.c_str(), aside.c_str()) == 0 ? aside : "";
 }

@@ -2,6 +2,7 @@
 
 #include "host/base/json.h"
 #include "host/base/note.h"
+#include "host/base/time_span.h"
 #include "host/daemons/leaf_value.h"
 #include "host/store/defaults.h"
 #include "host/store/preparation.h"
@@ -9,21 +10,16 @@
 #include "platform/json_token.h"
 #include "platform/user_config.h"
 
-#include <chrono>
 #include <optional>
 #include <string>
 
 namespace host {
 namespace {
 
-double secondsSinceEpoch() {
-    return std::chrono::duration<double>(std::chrono::system_clock::now().time_since_epoch()).count();
-}
-
 std::string statusAtStart() {
     const Json status = parseExactJson(defaultStatus);
-    json_token_object_walk_set_object(status.get(), "time.status.bootUpTime",
-                                      json_object_new_double(secondsSinceEpoch()));
+    const std::chrono::duration<double> now = timeOfDay();
+    json_token_object_walk_set_object(status.get(), "time.status.bootUpTime", json_object_new_double(now.count()));
     return compactText(status.get());
 }
 
