@@ -41,6 +41,7 @@ bool replaceFile(const std::string& path, std::string_view content) {
 
 std::optional<std::string> readFile(const std::string& path) {
     const UniqueFd fd(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    if (!fd) return std::nullopt;
     std::string content;
     std::array<char, 4096> piece;
     ssize_t got = 0;

@@ -1,3 +1,4 @@
+#include "host/base/atomic_file.h"
 #include "host/base/device_process.h"
 #include "host/base/device_root.h"
 #include "host/base/factory_store.h"
@@ -17,7 +18,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
-#include <fstream>
 #include <json-c/json_util.h>
 #include <optional>
 #include <unistd.h>
@@ -125,9 +125,9 @@ int watch(const Arguments& /*words*/) {
 }
 
 int listCalls(const Arguments& /*words*/) {
-    std::ifstream file(callLogPath());
-    if (!file) return errno == ENOENT ? 0 : fail(callLogPath());  // the first call makes the file
-    for (std::string line; std::getline(file, line);) std::puts(line.c_str());
+    const std::optional<std::string> calls = readFile(callLogPath());
+    if (!calls) return errno == ENOENT ? 0 : fail(callLogPath());  // the first call makes the file
+    std::fputs(calls->c_str(), stdout);
     return 0;
 }
 
