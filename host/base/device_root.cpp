@@ -1,23 +1,19 @@
 #include "host/base/device_root.h"
 
+#include "text/owned_text.h"
+
 #include <cstdlib>
 #include <unistd.h>
 
 namespace host {
 namespace {
 
-std::string workingFolder() {
-    char* folder = getcwd(nullptr, 0);
-    const std::string copy = folder != nullptr ? folder : "";
-    std::free(folder);
-    return copy;
-}
-
 /// Every console asks for it on the way to its first reply.
 std::string findRoot() {
     const char* path = std::getenv(deviceRootVariable);
     std::string root = path != nullptr ? path : ".";
-    if (!root.starts_with('/')) root = workingFolder() + "/" + root;
+    const OwnedText workingFolder(root.starts_with('/') ? nullptr : getcwd(nullptr, 0));
+    if (workingFolder) root = std::string(workingFolder.get()) + "/" + root;
     while (root.size() > 1 && root.back() == '/') root.pop_back();
     return root;
 }

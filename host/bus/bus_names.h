@@ -3,8 +3,12 @@
 /// Each event has an interface of its own, and all have the one path by which the bus is asked for them.
 #pragma once
 
+#include "host/base/device_root.h"
+
+#include <cstring>
 #include <string>
 #include <string_view>
+#include <systemd/sd-bus.h>
 
 namespace host {
 
@@ -19,10 +23,13 @@ inline constexpr char callPathPrefix[] = "/lpc/";
 inline constexpr std::size_t longestText = std::size_t{512} * 1024;
 
 /// Path of the bus's socket.
-std::string busPath();
+inline std::string busPath() { return inRoot("bus"); }
 
 /// True for a name of letters, digits and underscores that does not start with a digit, as the bus wants them.
-bool isBusName(const char* name);
+inline bool isBusName(const char* name) {
+    constexpr std::size_t longest = 200;
+    return sd_bus_member_name_is_valid(name) > 0 && std::strlen(name) <= longest;
+}
 
 /// What follows `prefix` in a name that the bus gives; empty for one without it.
 inline std::string_view afterPrefix(const char* text, std::string_view prefix) {

@@ -49,6 +49,16 @@ int startBus(sd_bus* bus, int descriptor) {
     return result;
 }
 
+bool sendOver(Connection& connection, const Send& send) {
+    if (!connection.open()) return false;
+    const int result = send(connection.bus());
+    if (result < 0) failBus(result);
+    if (result >= 0 && connection.flush(Deadline(busLimit))) return true;
+    // A message that was sent in part must not arrive later: its sender gets an error.
+    connection.close();
+    return false;
+}
+
 }  // namespace
 
 bool Connection::open() {
@@ -79,6 +89,13 @@ bool Connection::flush(Deadline deadline) {
         uint64_t waiting = 0;
         return sd_bus_is_ready(bus_) > 0 && sd_bus_get_n_queued_write(bus_, &waiting) >= 0 && waiting == 0;
     });
+}
+
+bool sendFromThread(const Send& send) {
+    thread_local Connection connection;
+    const bool kept = connection.isOpen();
+    if (sendOver(connection, send)) return true;
+    return kept && isDisconnect(errno) && sendOver(connection, send);
 }
 
 }  // namespace host

@@ -4,15 +4,13 @@
 #include "host/bus/deadline.h"
 
 #include <cerrno>
+#include <functional>
 #include <systemd/sd-bus.h>
 
 namespace host {
 
 /// How long the bus may take to let a connection in or to take a message.
 inline constexpr std::chrono::milliseconds busLimit{2000};
-
-/// The longest single wait of those that wait without a limit.
-inline constexpr std::chrono::hours longestWait{24};
 
 /// Belongs to the thread that opened it. sd-bus refuses it to a forked child, which finds it closed and opens its own.
 class Connection {
@@ -43,6 +41,14 @@ class Connection {
     int descriptor_ = -1;
 };
 
+/// Sends one message on the bus it is given; the result is sd-bus's. It may be asked a second time, on a new bus.
+using Send = std::function<int(sd_bus* bus)>;
+
+/// Runs `send` on this thread's own connection, which is opened when it is needed and kept, and waits until the bus has
+/// taken the message. A kept connection that turns out dead, so that nothing was sent, is replaced once. False with
+/// errno set on failure, in bounded time.
+bool sendFromThread(const Send& send);
+
 /// errno from one of sd-bus's negative results; always false.
 inline bool failBus(int result) {
     errno = -result;
@@ -65,9 +71,7 @@ bool processUntil(sd_bus* bus, Deadline deadline, Condition isDone) {
         // What was handled last, or written just now, may have settled it: only then is there something to wait for.
         if (isDone()) return true;
         if (deadline.isOver()) return failBus(-ETIMEDOUT);
-        // sd-bus counts in time_t, which may have 32 bits.
-        const std::chrono::microseconds wait = std::min<std::chrono::microseconds>(deadline.left(), longestWait);
-        const int ready = sd_bus_wait(bus, static_cast<uint64_t>(wait.count()));
+        const int ready = sd_bus_wait(bus, static_cast<uint64_t>(deadline.left().count()));
         if (ready < 0 && ready != -EINTR) return failBus(ready);
     }
     return true;

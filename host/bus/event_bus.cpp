@@ -3,7 +3,6 @@
 #include "host/bus/bus_extensions.h"
 #include "host/bus/bus_names.h"
 #include "host/bus/connection.h"
-#include "host/bus/outgoing.h"
 #include "host/bus/text_message.h"
 
 #include <cstring>

@@ -24,7 +24,7 @@ bool Monitor::open() {
 }
 
 void Monitor::run() {
-    processUntil(connection_.bus(), Deadline(std::chrono::years(100)), [] { return false; });
+    while (reportWaiting()) sd_bus_wait(connection_.bus(), UINT64_MAX);
 }
 
 bool Monitor::reportWaiting() {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <memory>
-#include <span>
+#include <string_view>
 
 namespace host {
 
@@ -10,14 +10,6 @@ class Daemon;
 
 /// A daemon's state, alive while it runs.
 using Service = std::shared_ptr<void>;
-
-struct DaemonKind {
-    const char* name;
-    Service (*make)(Daemon& daemon);
-};
-
-/// All of them: whoever is in this list is built, started and kept running.
-std::span<const DaemonKind> daemonKinds();
 
 /// Sends control strings over the device's serial lines, and to the display's network address.
 Service makeDisplayControl(Daemon& daemon);
@@ -38,5 +30,22 @@ Service makeBruteForceAttacksd(Daemon& daemon);
 
 /// Resets and restarts the device.
 Service makeUpgrade(Daemon& daemon);
+
+struct DaemonKind {
+    std::string_view name;
+    Service (*make)(Daemon& daemon);
+};
+
+/// All of them: whoever is in this list is started and kept running.
+inline constexpr DaemonKind daemonKinds[] = {
+    {"displayControl", makeDisplayControl},
+    {"displayControlTelnetClient", makeDisplayControlTelnetClient},
+    {"networkd", makeNetworkd},
+    {"systemd", makeSystemd},
+    {"intermcud", makeIntermcud},
+    {"kxcmdd", makeKxcmdd},
+    {"bruteForceAttacksd", makeBruteForceAttacksd},
+    {"upgrade", makeUpgrade},
+};
 
 }  // namespace host

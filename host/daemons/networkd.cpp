@@ -34,16 +34,12 @@ std::string restartTelnet(const char* asked) {
     return reply;
 }
 
-/// Whole documents; what the device's router hands out stands among the defaults.
-Json configuredAddresses() {
-    return Json(user_config_query_to_json_token(R"({"network":{"eth0":{"ipSettings":{}}}})"));
-}
-Json leasedAddresses() { return parseFirstJson(defaultStatus); }
-
-/// Puts the addresses that the settings ask for into effect; the store announces nothing where they are already.
+/// Puts the addresses that the settings ask for into effect; the store announces nothing where they are already. What
+/// the device's router hands out stands among the defaults.
 void followSettings() {
     const bool isStatic = settingText("network.eth0.bootProto") == "STATIC";
-    const Json document = isStatic ? configuredAddresses() : leasedAddresses();
+    const Json document = isStatic ? Json(user_config_query_to_json_token(R"({"network":{"eth0":{"ipSettings":{}}}})"))
+                                   : parseFirstJson(defaultStatus);
     json_token* addresses = json_token_object_walk_get_object(document.get(), ipSettingsPath);
     if (addresses != nullptr) putStatus(ipSettingsPath, Json(json_object_get(addresses)));
 }

@@ -39,13 +39,13 @@ std::string hardwareAddressOf(const std::string& address) {
 
 /// Nothing of the launcher's environment and nothing that a client could choose. The search path ends with the
 /// stand-ins, so that no shell line of a console finds the machine's own programs.
-std::vector<std::string> environmentOf(const ConsoleIdentity& identity) {
+std::vector<std::string> environmentOf(const std::string& clientAddress) {
     std::vector<std::string> environment = {
         "PATH=" + inRoot("sbin"), std::string(deviceRootVariable) + "=" + deviceRoot(),
-        "TELNET_CLIENT_IP=" + identity.clientAddress,
+        "TELNET_CLIENT_IP=" + clientAddress,
         "MALLOC_ARENA_MAX=1",  // threads that hardly allocate share one arena
     };
-    const std::string hardwareAddress = hardwareAddressOf(identity.clientAddress);
+    const std::string hardwareAddress = hardwareAddressOf(clientAddress);
     if (!hardwareAddress.empty()) environment.push_back("TELNET_CLIENT_MAC=" + hardwareAddress);
     return environment;
 }
@@ -58,12 +58,12 @@ void limitDescriptors(pid_t pid) {
 
 }  // namespace
 
-std::optional<ConsoleProcess> ConsoleProcess::start(const ConsoleIdentity& identity) {
+std::optional<ConsoleProcess> ConsoleProcess::start(const std::string& programName, const std::string& clientAddress) {
     UniqueFd terminal = openTerminal();
     if (!terminal) return std::nullopt;
-    const pid_t pid = startOnTerminal(terminal.get(), {.path = deviceRoot() + identity.programName,
-                                                       .arguments = {identity.programName},
-                                                       .environment = environmentOf(identity)});
+    const pid_t pid = startOnTerminal(
+        terminal.get(),
+        {.path = deviceRoot() + programName, .arguments = {programName}, .environment = environmentOf(clientAddress)});
     if (pid < 0) return std::nullopt;
     limitDescriptors(pid);
     return ConsoleProcess(std::move(terminal), pid);

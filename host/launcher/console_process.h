@@ -10,16 +10,11 @@
 
 namespace host {
 
-/// What the console learns of its connection: the name it is started under and its environment.
-struct ConsoleIdentity {
-    std::string programName;  ///< "/usr/bin/*cmdd9000port"
-    std::string clientAddress;
-};
-
 class ConsoleProcess {
   public:
-    /// Starts the program of that name below the device root. None, with errno set, when it could not be started.
-    static std::optional<ConsoleProcess> start(const ConsoleIdentity& identity);
+    /// Starts the program below the device root, by its name, such as "/usr/bin/*cmdd9000port", for a client. None,
+    /// with errno set, when it could not be started.
+    static std::optional<ConsoleProcess> start(const std::string& programName, const std::string& clientAddress);
 
     pid_t pid() const { return pid_; }
 

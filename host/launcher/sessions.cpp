@@ -22,7 +22,7 @@ Sessions::Sessions(EventLoop& loop, const Options& options)
 void Sessions::admit(Peer peer, const ConsolePort& port) {
     if (const char* reason = reasonToRefuse(peer.address))
         return lingeringCloses_.close(std::move(peer.socket), reason);
-    std::optional<ConsoleProcess> console = ConsoleProcess::start({port.programName, peer.address});
+    std::optional<ConsoleProcess> console = ConsoleProcess::start(port.programName, peer.address);
     if (!console) {
         std::perror("launcher: no console");
         return lingeringCloses_.close(std::move(peer.socket), "No console available.\r\n");

@@ -33,17 +33,14 @@ Watch::Watch(EventLoop& loop, int fd, short kinds, Callback callback)
         copy();
     };
     event_.reset(orDie(event_new(loop.base(), fd, kinds, call, this)));
+    if (kinds != 0) event_add(event_.get(), nullptr);
 }
 
 ReadWatch::ReadWatch(EventLoop& loop, int fd, Callback callback)
-    : Watch(loop, fd, EV_READ | EV_PERSIST, std::move(callback)) {
-    event_add(event_.get(), nullptr);
-}
+    : Watch(loop, fd, EV_READ | EV_PERSIST, std::move(callback)) {}
 
 SignalWatch::SignalWatch(EventLoop& loop, int signal, Callback callback)
-    : Watch(loop, signal, EV_SIGNAL | EV_PERSIST, std::move(callback)) {
-    event_add(event_.get(), nullptr);
-}
+    : Watch(loop, signal, EV_SIGNAL | EV_PERSIST, std::move(callback)) {}
 
 Timer::Timer(EventLoop& loop, Callback callback) : Watch(loop, -1, 0, std::move(callback)) {}
 

@@ -4,7 +4,7 @@
 #include "host/base/note.h"
 #include "host/base/readiness.h"
 #include "host/base/start_port.h"
-#include "host/bus/bus_daemon.h"
+#include "host/bus/bus_configuration.h"
 #include "host/bus/bus_names.h"
 #include "host/daemons/daemons.h"
 #include "host/supervisor/root_layout.h"
@@ -39,6 +39,14 @@ constexpr auto checkpointTime = 5s;
 /// From SIGTERM to SIGKILL; the launcher ends stubborn consoles in less.
 constexpr auto endLimit = 3s;
 
+/// Runs with the device root as the working folder, listens on busPath() and lets in its own user only.
+Command busCommand() {
+    const std::string path = inRoot("bus.conf");
+    std::ofstream(path) << busConfiguration;
+    return {"/usr/bin/dbus-daemon", "--nofork", "--nopidfile", "--config-file=" + path,
+            "--print-address=" + std::to_string(readyDescriptor)};
+}
+
 /// The bus's own messages, for diagnosis.
 UniqueFd openBusOutput() {
     return UniqueFd(open(inRoot("log/dbus-daemon").c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_APPEND | O_CLOEXEC, 0600));
@@ -68,10 +76,9 @@ Supervisor::Supervisor(EventLoop& loop, const Options& options)
       deadline_(loop, [this] { onDeadline(); }),
       checkpoint_(loop, [this] { checkpoint(); }) {
     checkpoint();
-    add(
-        busName, busRank, [] { return busCommand(readyDescriptor); }, busOutput_.get());
-    for (const DaemonKind& kind : daemonKinds())
-        add(kind.name, daemonRank, [kind] { return Command{programPath("device_daemon"), kind.name}; });
+    add(busName, busRank, busCommand, busOutput_.get());
+    for (const DaemonKind& kind : daemonKinds)
+        add(kind.name.data(), daemonRank, [kind] { return Command{programPath("device_daemon"), kind.name.data()}; });
     add(launcherName, launcherRank, [this] { return launcherCommand(); });
     // A client of the launcher, with which it ends.
     if (options.panelPort != 0) add(panelName, launcherRank, [this] { return panelCommand(); });
