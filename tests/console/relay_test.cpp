@@ -17,7 +17,6 @@ namespace {
 class BusLoopDeathTest : public testing::Test {
   protected:
     BusLoopDeathTest() {
-        testing::FLAGS_gtest_death_test_style = "threadsafe";
         reset();
         setBroadcast(true);
         setStatus(R"({"system":{"slaveMcu":{"isReady":true}}})");
