@@ -7,7 +7,7 @@
 namespace bench {
 namespace {
 
-/// What there is with so many sessions, each a median.
+/// Medians measured with this many sessions.
 struct Size {
     std::size_t sessions;
     double change;  ///< seconds until the last one shows a new value

@@ -45,7 +45,7 @@ void run(const Bench& bench, const Names& names) {
 }  // namespace
 }  // namespace bench
 
-/// ROOT PORT [--quick] [NAME]..., of a device that runs.
+/// Arguments: ROOT PORT [--quick] [NAME]..., where a device runs in ROOT and listens on PORT.
 int main(int count, char** arguments) {
     if (count < 3) return 2;
     bench::Bench bench{arguments[1], host::parseNumber(arguments[2], 1, host::highestPort).value_or(0),

@@ -24,7 +24,7 @@ struct Range {
     constexpr bool holds(int value) const { return value >= first && value <= last; }
 };
 
-/// What few words say otherwise.
+/// Replies of the few words that differ from the others'.
 struct WordReplies {
     const char* confirmed = nullptr;           ///< in the reply of the console that made the change; null: as typed
     const char* publishFailureText = nullptr;  ///< null: the branch's own

@@ -9,11 +9,11 @@
 /// Marks of a row, above the compare length in its flags.
 enum CommandMark : unsigned {
     plainRow = 0,
-    markedRow = 0x100,     ///< for the device's other tools; this program does not read it
+    markedRow = 0x100,     ///< of a row that the device's other tools may read; this program does not
     unlistedRow = 0x10000  ///< "help <name>" prints nothing: one index of an indexed command
 };
 
-// With the undefined-behaviour sanitizer g++ takes no comparison with null for a constant; all other builds check.
+// With the sanitizers g++ does not accept a comparison with null as constant, so rows are checked in all other builds.
 #ifdef __SANITIZE_ADDRESS__
 inline constexpr bool rowsAreChecked = false;
 #else

@@ -25,10 +25,10 @@ int loginUserIndex = 0;
 
 void leaveCanonicalMode() {
     termios attributes;
-    if (tcgetattr(STDIN_FILENO, &attributes) != 0) endWith("tcgetattr");
+    if (tcgetattr(STDIN_FILENO, &attributes) != 0) exitWithError("tcgetattr");
     attributes.c_lflag &= ~static_cast<tcflag_t>(ICANON);
     attributes.c_cc[VTIME] = 1;
-    if (tcsetattr(STDIN_FILENO, TCSANOW, &attributes) != 0) endWith("tcsetattr");
+    if (tcsetattr(STDIN_FILENO, TCSANOW, &attributes) != 0) exitWithError("tcsetattr");
 }
 
 bool waitForAnswer(int quietTime) {
@@ -37,7 +37,7 @@ bool waitForAnswer(int quietTime) {
     FD_SET(STDIN_FILENO, &input);
     timeval limit{quietTime / 1000, quietTime % 1000 * 1000L};
     const int ready = select(STDIN_FILENO + 1, &input, nullptr, nullptr, &limit);
-    if (ready < 0) endWith("select Error");
+    if (ready < 0) exitWithError("select Error");
     return ready > 0;
 }
 

@@ -18,14 +18,14 @@ void makeRaw(termios& attributes) {
 
 }  // namespace
 
-void endWith(const char* call) {
+void exitWithError(const char* call) {
     std::perror(call);
     std::exit(1);
 }
 
 void makeTerminalRaw() {
     termios attributes;
-    if (tcgetattr(STDIN_FILENO, &attributes) != 0) endWith("tcgetattr");
+    if (tcgetattr(STDIN_FILENO, &attributes) != 0) exitWithError("tcgetattr");
     makeRaw(attributes);
-    if (tcsetattr(STDIN_FILENO, TCSANOW, &attributes) != 0) endWith("tcsetattr");
+    if (tcsetattr(STDIN_FILENO, TCSANOW, &attributes) != 0) exitWithError("tcsetattr");
 }

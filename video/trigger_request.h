@@ -14,11 +14,11 @@ struct TriggerRequest {
     bool isRepeated = false;
     int sendCount = 1;
     EndedString sent{};
-    EndedString expected{};  ///< what the display is to answer
-    bool endsBare = false;   ///< a piece that nothing follows
-    bool isLeading = true;   ///< the first or only piece
-    bool writesNull = false;
-    bool readsNull = false;
+    EndedString expected{};   ///< what the display is to answer
+    bool endsBare = false;    ///< no end characters follow this piece
+    bool isLeading = true;    ///< the first or only piece
+    bool writesNull = false;  ///< a NUL ends what is sent
+    bool readsNull = false;   ///< a NUL ends what is expected
 };
 
 using RequestText = JsonText<1024>;

@@ -14,7 +14,7 @@ class DurablePage {
     /// Writes the page once, so that later writes go to a block that the file already has. Ends the process when it
     /// cannot.
     explicit DurablePage(const char* path) : file_(open(path, O_RDWR | O_CREAT | O_CLOEXEC, 0600)) {
-        if (!write() || fsync(file_) != 0) endWith(path);
+        if (!write() || fsync(file_) != 0) exitWithError(path);
     }
 
     ~DurablePage() { close(file_); }
@@ -24,11 +24,11 @@ class DurablePage {
 
     void overwrite() {
         ++bytes_[0];
-        if (!write() || fdatasync(file_) != 0) endWith("page");
+        if (!write() || fdatasync(file_) != 0) exitWithError("page");
     }
 
   private:
-    [[noreturn]] static void endWith(const char* what) {
+    [[noreturn]] static void exitWithError(const char* what) {
         std::perror(what);
         std::exit(1);
     }

@@ -3,7 +3,7 @@
 
 namespace host {
 
-/// Writes a line to the run's log, whatever its levels are. It is no error.
+/// Writes a line to the run's log at every log level; not an error.
 [[gnu::format(printf, 1, 2)]] void note(const char* format, ...);
 
 /// Writes a line to standard error and, as an error, to the run's log.

@@ -34,8 +34,8 @@ std::string restartTelnet(const char* asked) {
     return reply;
 }
 
-/// Puts the addresses that the settings ask for into effect; the store announces nothing where they are already. What
-/// the device's router hands out stands among the defaults.
+/// Puts the addresses that the settings ask for into effect; the store announces nothing where they are already. The
+/// simulated DHCP lease is in the default status.
 void followSettings() {
     const bool isStatic = settingText("network.eth0.bootProto") == "STATIC";
     const Json document = isStatic ? Json(user_config_query_to_json_token(R"({"network":{"eth0":{"ipSettings":{}}}})"))

@@ -16,7 +16,7 @@ constexpr int usageStatus = 2;
 
 struct Option {
     std::string_view word;
-    const char* meaning;  ///< its value, what that may be, and in brackets what holds without it
+    const char* meaning;  ///< its value, what that may be, and its default in brackets
     /// False for a value that it cannot have.
     bool (*take)(Options& options, const std::string& value);
     /// The value, empty where it is not to be given.
@@ -86,16 +86,17 @@ constexpr Option table[] = {
     number<&Options::panelPort, 0, highestPort>("--panel",
                                                 "PORT: the front panel's port, 1 to 65535, or 0 for no panel (8323)"),
     text<&Options::panelListen, isAddress>(
-        "--panel-listen", "ADDR: the numeric address of the front panel (that of --listen where it is a loopback)"),
+        "--panel-listen",
+        "ADDR: the numeric address of the front panel (that of --listen if it is loopback, else 127.0.0.1)"),
     // From the supervisor to the launcher, which nobody else needs to know.
     number<&Options::fallbackPort, 0, highestPort>("--fallback-port", nullptr),
 };
 
 int printHelp(const char* program, const char* purpose) {
-    std::printf("%s [OPTION VALUE]...: %s. In brackets what holds without it.\n", program, purpose);
+    std::printf("%s [OPTION VALUE]...: %s. Defaults are in brackets.\n", program, purpose);
     for (const Option& option : table)
         if (option.meaning != nullptr) std::printf("  %s %s\n", option.word.data(), option.meaning);
-    std::puts("  --help : says this\n  --version : says the version");
+    std::puts("  --help : prints this help\n  --version : prints the version");
     return 0;
 }
 

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-TEST(IdleClockTest, TheAlternativeCountRestsAtZero) {
+TEST(IdleClockTest, ATimeoutOfZeroStopsTheAlternativeCount) {
     IdleClock clock;
     clock.startAlt(0);
     EXPECT_FALSE(clock.tickAlt() || clock.tickAlt());

@@ -13,6 +13,7 @@ using namespace fake_platform;
 
 namespace {
 
+/// No session starts this dialogue today: the login mode is stored and nothing more.
 class LoginTest : public testing::Test {
   protected:
     LoginTest() {

@@ -63,7 +63,7 @@ class BusLoopDeathTest : public testing::Test {
 /// In a process of its own.
 #define EXPECT_HOLDS(condition) EXPECT_EXIT(std::exit((condition) ? 0 : 1), testing::ExitedWithCode(0), "^$")
 
-TEST_F(BusLoopDeathTest, WhoListensDecidesWhatIsShown) {
+TEST_F(BusLoopDeathTest, EachKindOfConsoleShowsItsOwnEvents) {
     const std::string toAll = "feedback\r\n";
     const std::string toOperators = toAll + "Mreset\r\nBlink on\r\n";
     EXPECT_HOLDS(shownBy(4, false) == toAll);

@@ -17,5 +17,5 @@ struct Entry {
     Played on;                        ///< with broadcast on
 };
 
-/// Of each command of the topic in the table's order; a name that several rows have is one entry.
+/// One entry for each command of the topic, in the table's order; rows with the same name share one.
 std::vector<Entry> entriesOf(const Topic& topic);
