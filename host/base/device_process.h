@@ -7,7 +7,7 @@
 
 namespace host {
 
-/// Path of the file that the device's process keeps locked (flock) while it runs, with its process id as text in it.
+/// Path of the file that the device's process keeps locked while it runs: the kernel knows which process that is.
 std::string deviceLockPath();
 
 /// Sends `signal` to the process that runs this root's device. False with errno set; ESRCH when none does.
