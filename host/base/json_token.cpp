@@ -8,7 +8,6 @@
 #include <optional>
 #include <string>
 #include <variant>
-#include <vector>
 
 namespace {
 
@@ -42,17 +41,6 @@ std::optional<Step> takeName(const char*& path, bool isFirst) {
 
 std::optional<Step> takeStep(const char*& path, bool isFirst) {
     return *path == '[' ? takeIndex(path) : takeName(path, isFirst);
-}
-
-/// The steps of "a.b[2].c"; none where the path is malformed.
-std::vector<Step> stepsOf(const char* path) {
-    std::vector<Step> steps;
-    while (*path != '\0') {
-        std::optional<Step> step = takeStep(path, steps.empty());
-        if (!step) return {};
-        steps.push_back(std::move(*step));
-    }
-    return steps;
 }
 
 bool isIndex(const Step& step) { return std::holds_alternative<Index>(step); }
@@ -101,10 +89,13 @@ json_object* enter(json_object* container, const Step& step, const Step& next) {
 }
 
 bool set(json_object* root, const char* path, Json value) {
-    const std::vector<Step> steps = stepsOf(path);
-    if (steps.empty()) return false;
-    for (std::size_t i = 0; i + 1 < steps.size(); ++i) root = enter(root, steps[i], steps[i + 1]);
-    return put(root, steps.back(), std::move(value));
+    std::optional<Step> step = takeStep(path, true);
+    while (step && *path != '\0') {
+        std::optional<Step> next = takeStep(path, false);
+        root = next ? enter(root, *step, *next) : nullptr;
+        step = std::move(next);
+    }
+    return step && put(root, *step, std::move(value));
 }
 
 }  // namespace
