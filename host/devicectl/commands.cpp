@@ -29,9 +29,11 @@ using namespace std::chrono_literals;
 
 int statusOf(bool success, const std::string& what) { return success ? 0 : fail(what); }
 
-int getValue(Store& store, const char* query) {
+template <Store& (*store)()>
+int getValue(const Arguments& words) {
+    const char* query = words[0].c_str();
     if (!queriedPath(query)) return fail(query, "not a query document, such as {\"audio\":{}}");
-    const std::optional<std::string> value = store.readText(query);
+    const std::optional<std::string> value = store().readText(query);
     if (!value) return fail(query, "nothing is stored there");
     std::puts(value->c_str());
     return 0;
@@ -58,21 +60,18 @@ void remarkOn(Store& store, const Leaf& leaf) {
                  json_type_to_name(before), json_type_to_name(now));
 }
 
-int setValue(Store& store, const char* text) {
+template <Store& (*store)()>
+int setValue(const Arguments& words) {
+    const char* text = words[0].c_str();
     const Json document = parseUpdate(text);
     if (!document) return fail(text, "not a document that can be stored, such as {\"system\":{\"broadcast\":true}}");
-    for (const Leaf& leaf : leavesOf(document.get())) remarkOn(store, leaf);
-    const bool isStored = store.update(text);
+    for (const Leaf& leaf : leavesOf(document.get())) remarkOn(store(), leaf);
+    const bool isStored = store().update(text);
     if (isStored && !signalDevice(0)) {
         std::fprintf(stderr, "devicectl: stored; no device runs in %s, so nobody heard of it\n", deviceRoot().c_str());
     }
     return statusOf(isStored, text);
 }
-
-int getConfig(const Arguments& words) { return getValue(settingsStore(), words[0].c_str()); }
-int getStatus(const Arguments& words) { return getValue(statusStore(), words[0].c_str()); }
-int setConfig(const Arguments& words) { return setValue(settingsStore(), words[0].c_str()); }
-int setStatus(const Arguments& words) { return setValue(statusStore(), words[0].c_str()); }
 
 int publish(const Arguments& words) {
     return statusOf(eventbus_publish(words[0].c_str(), words[1].c_str()) == 0, words[0]);
@@ -132,10 +131,10 @@ int listCalls(const Arguments& /*words*/) {
 }
 
 constexpr Verb table[] = {
-    {"config get JSON", false, getConfig, "prints the settings below a document such as {\"audio\":{}}"},
-    {"config set JSON", false, setConfig, "changes settings, as another program of the device would"},
-    {"status get JSON", true, getStatus, "the same for the live state"},
-    {"status set JSON", true, setStatus, "changes the live state: a pulled plug, a lost link"},
+    {"config get JSON", false, getValue<settingsStore>, "prints the settings below a document such as {\"audio\":{}}"},
+    {"config set JSON", false, setValue<settingsStore>, "changes settings, as another program of the device would"},
+    {"status get JSON", true, getValue<statusStore>, "the same for the live state"},
+    {"status set JSON", true, setValue<statusStore>, "changes the live state: a pulled plug, a lost link"},
     {"publish EVENT TEXT", true, publish, "publishes an event"},
     {"call SERVICE METHOD TEXT", true, call, "calls a daemon and prints its reply"},
     {"factory get KEY", false, getFactoryData, "prints factory data, such as MacAddr"},

@@ -31,24 +31,19 @@ bool isRootKnown() {
 int run(const char* program, const Arguments& arguments) {
     constexpr std::string_view rootIs = "--root=";
     Arguments words;
-    for (auto word = arguments.begin(); word != arguments.end(); ++word) {
+    auto word = arguments.begin();
+    for (; word != arguments.end() && *word != "--"; ++word) {
         if (*word == "--help") return showHelp(program, stdout);
         if (*word == "--version") return printVersion();
-        if (*word == "--") {
-            words.insert(words.end(), word + 1, arguments.end());
-            break;
-        }
         if (word->starts_with(rootIs)) {
             setDeviceRoot(word->substr(rootIs.size()));
-        } else if (*word != "--root") {
-            words.push_back(*word);
-        } else if (++word != arguments.end()) {
-            setDeviceRoot(*word);
+        } else if (*word == "--root") {
+            setDeviceRoot(word + 1 != arguments.end() ? *++word : "");
         } else {
-            setDeviceRoot("");
-            break;
+            words.push_back(*word);
         }
     }
+    if (word != arguments.end()) words.insert(words.end(), word + 1, arguments.end());
     if (words.empty()) return showHelp(program, stderr);
     return isRootKnown() ? runVerb(words) : explain("--root DIR has to name the device's folder");
 }

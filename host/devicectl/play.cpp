@@ -1,12 +1,14 @@
 #include "host/devicectl/play.h"
 
+#include "host/base/atomic_file.h"
+
 #include <algorithm>
 #include <charconv>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
 #include <optional>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <thread>
@@ -136,14 +138,14 @@ int Scene::refuse(std::size_t at, const char* reason) const {
 }  // namespace
 
 int playScene(const Arguments& words) {
-    std::ifstream file(words[0]);
-    if (!file) return fail(words[0]);
+    const std::optional<std::string> text = readFile(words[0]);
+    if (!text) return fail(words[0]);
+    std::istringstream file(*text);
     std::vector<std::string> lines;
     for (std::string line; std::getline(file, line);) {
         line.erase(line.find_last_not_of(" \t\r") + 1);
         lines.push_back(line);
     }
-    if (file.bad()) return fail(words[0]);  // a folder, say
     return Scene(words[0], std::move(lines)).play();
 }
 
