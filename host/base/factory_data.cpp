@@ -31,8 +31,6 @@ bool isKey(const char* key) {
 
 std::string fileOf(const char* key) { return inRoot("factory/") + key; }
 
-bool exists(const char* key) { return access(fileOf(key).c_str(), F_OK) == 0; }
-
 }  // namespace
 
 bool writeFactoryData(const char* key, const char* text) {
@@ -46,7 +44,8 @@ bool writeFactoryData(const char* key, const char* text) {
 bool prepareFactoryData() {
     if (mkdir(inRoot("factory").c_str(), 0700) != 0 && errno != EEXIST) return false;
     for (const FactoryEntry& entry : newDevice) {
-        if (!exists(entry.key) && !writeFactoryData(entry.key, entry.text)) return false;
+        const bool isMissing = access(fileOf(entry.key).c_str(), F_OK) != 0;
+        if (isMissing && !writeFactoryData(entry.key, entry.text)) return false;
     }
     return true;
 }

@@ -10,13 +10,9 @@
 namespace host {
 namespace {
 
-struct FreeTokener {
-    void operator()(json_tokener* tokener) const { json_tokener_free(tokener); }
-};
-
 /// Each thread keeps one, since making it costs as much as reading a short text.
-std::unique_ptr<json_tokener, FreeTokener>& threadTokener() {
-    thread_local std::unique_ptr<json_tokener, FreeTokener> tokener;
+auto& threadTokener() {
+    thread_local std::unique_ptr<json_tokener, void (*)(json_tokener*)> tokener(nullptr, json_tokener_free);
     if (tokener == nullptr) tokener.reset(json_tokener_new());
     return tokener;
 }

@@ -1,5 +1,6 @@
 #include "host/base/visible_text.h"
 
+#include <cctype>
 #include <cstdio>
 
 namespace host {
@@ -7,8 +8,6 @@ namespace {
 
 constexpr std::string_view escapedBytes = "\a\b\t\n\v\f\r\\";
 constexpr std::string_view escapeLetters = "abtnvfr\\";
-
-bool isControl(unsigned char byte) { return byte < 0x20 || byte == 0x7f; }
 
 std::string octal(unsigned char byte) {
     char text[5];
@@ -24,7 +23,7 @@ std::string visibleText(std::string_view text) {
         const std::size_t escape = escapedBytes.find(byte);
         if (escape != std::string_view::npos) {
             visible.append({'\\', escapeLetters[escape]});
-        } else if (isControl(static_cast<unsigned char>(byte))) {
+        } else if (std::iscntrl(static_cast<unsigned char>(byte)) != 0) {
             visible += octal(static_cast<unsigned char>(byte));
         } else {
             visible += byte;

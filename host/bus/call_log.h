@@ -11,7 +11,4 @@ std::string callLogPath();
 /// "call SERVICE METHOD TEXT", the text made visible.
 std::string describeCall(const char* service, const char* method, const char* text);
 
-/// Adds a call to the list.
-void logCall(const char* service, const char* method, const char* text);
-
 }  // namespace host

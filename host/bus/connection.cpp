@@ -18,16 +18,12 @@ const char* __tsan_default_suppressions() { return "race:getrandom"; }
 namespace host {
 namespace {
 
-void limitSending(int socket, std::chrono::microseconds limit) {
-    const timeval time = toTimeval(limit);
-    setsockopt(socket, SOL_SOCKET, SO_SNDTIMEO, &time, sizeof time);
-}
-
 /// Waits for room in the bus's backlog, where a non-blocking descriptor would fail when many connect at once.
 bool connectBlocking(int socket, const UnixAddress& address) {
     const Deadline deadline(busLimit);
     while (!deadline.isOver()) {
-        limitSending(socket, deadline.left());
+        const timeval limit = toTimeval(deadline.left());
+        setsockopt(socket, SOL_SOCKET, SO_SNDTIMEO, &limit, sizeof limit);
         if (connect(socket, address.get(), address.size()) == 0) return true;
         if (errno != EINTR) return errno == EAGAIN ? failBus(-ETIMEDOUT) : false;
     }

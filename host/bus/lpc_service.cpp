@@ -1,3 +1,4 @@
+#include "host/base/atomic_file.h"
 #include "host/bus/bus_names.h"
 #include "host/bus/call_log.h"
 #include "host/bus/connection.h"
@@ -37,15 +38,13 @@ Offers& threadOffers() {
     return offers;
 }
 
-int refuse(sd_bus_message* call) { return sd_bus_reply_method_errorf(call, SD_BUS_ERROR_INVALID_ARGS, "not a text"); }
-
 /// All methods of a service share its path; each takes its own calls and leaves the others'.
 int onCall(sd_bus_message* call, void* userData, sd_bus_error* /*error*/) {
     const auto* service = static_cast<const lpc_service*>(userData);
     if (sd_bus_message_is_method_call(call, host::callInterface, service->method.c_str()) <= 0) return 0;
     const char* text = host::readText(call);
-    if (text == nullptr) return refuse(call);
-    host::logCall(service->name.c_str(), service->method.c_str(), text);
+    if (text == nullptr) return sd_bus_reply_method_errorf(call, SD_BUS_ERROR_INVALID_ARGS, "not a text");
+    host::appendLine(host::callLogPath(), host::describeCall(service->name.c_str(), service->method.c_str(), text));
     service->handler(new lpc_request{sd_bus_message_ref(call), text}, service->userData);
     return 1;
 }

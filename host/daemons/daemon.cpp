@@ -3,7 +3,6 @@
 #include "host/base/note.h"
 #include "host/base/readiness.h"
 #include "host/bus/bus_extensions.h"
-#include "host/daemons/leaf_value.h"
 #include "platform/event_bus.h"
 #include "platform/lpc.h"
 
@@ -64,13 +63,6 @@ int Daemon::run() {
     announceReady(name_);
     loop_.run();
     return failed_ ? 1 : 0;
-}
-
-void offerState(Daemon& daemon, const char* method, const char* statusPath) {
-    daemon.offer(method, [statusPath](const char* text) -> std::string {
-        putStatusText(statusPath, text);
-        return "ok";
-    });
 }
 
 }  // namespace host

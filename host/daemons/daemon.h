@@ -54,7 +54,4 @@ class Daemon {
     bool failed_ = false;
 };
 
-/// Offers a method whose last text is all there is to see of it: in the status store, at `statusPath`.
-void offerState(Daemon& daemon, const char* method, const char* statusPath);
-
 }  // namespace host

@@ -6,9 +6,9 @@
 #include "host/daemons/transmitter.h"
 #include "host/loop/channel.h"
 
-#include <arpa/inet.h>
 #include <cerrno>
 #include <cstring>
+#include <event2/util.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
 
@@ -20,27 +20,24 @@ using namespace std::chrono_literals;
 /// How long the display may take to let the connection in, and to take what is sent.
 constexpr auto patience = 2s;
 
-std::optional<sockaddr_in> displayAddress() {
+/// "192.0.2.7:5000".
+std::string displayAddress() {
     const auto host = settingText("control.displayControl.output1.remoteNetworkDevice.ipAddr");
     const auto port = settingNumber("control.displayControl.output1.remoteNetworkDevice.port");
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    if (!host || !port || inet_pton(AF_INET, host->c_str(), &address.sin_addr) != 1) return std::nullopt;
-    if (*port < 1 || *port > 65535) return std::nullopt;
-    address.sin_port = htons(static_cast<uint16_t>(*port));
-    return address;
+    return host.value_or("") + ":" + std::to_string(port.value_or(0));
 }
 
 /// A socket on its way to the display; none where there is no way at all.
 UniqueFd beginToConnect() {
-    const std::optional<sockaddr_in> address = displayAddress();
-    if (!address) {
+    sockaddr_in address{};
+    auto* const name = reinterpret_cast<sockaddr*>(&address);
+    int size = sizeof address;
+    if (evutil_parse_sockaddr_port(displayAddress().c_str(), name, &size) != 0) {
         note("the display has no address");
         return {};
     }
     UniqueFd display(socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
-    const auto* const name = reinterpret_cast<const sockaddr*>(&*address);
-    if (connect(display.get(), name, sizeof *address) == 0 || errno == EINPROGRESS) return display;
+    if (connect(display.get(), name, sizeof address) == 0 || errno == EINPROGRESS) return display;
     note("the display cannot be reached: %m");
     return {};
 }

@@ -1,8 +1,8 @@
 #include "host/daemons/leaf_value.h"
 
 #include "host/base/note.h"
+#include "host/store/store.h"
 #include "platform/json_token.h"
-#include "platform/user_config.h"
 #include "platform/user_status.h"
 #include "text/owned_text.h"
 
@@ -19,26 +19,24 @@ std::string documentOf(const char* path, Json value) {
     return compactText(document.get());
 }
 
+/// What `convert` makes of the settings' value at `path`.
+template <typename Value>
+std::optional<Value> setting(const char* path, bool (*convert)(json_object* leaf, Value* value)) {
+    Value value{};
+    const bool isFound = settingsStore().readLeaf(documentOf(path, nullptr).c_str(), convert, &value) != 0;
+    return isFound ? std::optional(value) : std::nullopt;
+}
+
 }  // namespace
 
 std::optional<std::string> settingText(const char* path) {
-    char* text = nullptr;
-    const bool found = user_config_query_string(documentOf(path, Json(json_object_new_string(""))).c_str(), &text) != 0;
-    const OwnedText owned(text);
-    return found ? std::optional<std::string>(text) : std::nullopt;
+    const OwnedText text(setting(path, readString).value_or(nullptr));
+    return text ? std::optional<std::string>(text.get()) : std::nullopt;
 }
 
-std::optional<int> settingNumber(const char* path) {
-    int number = 0;
-    const bool found = user_config_query_int(documentOf(path, Json(json_object_new_int(0))).c_str(), &number) != 0;
-    return found ? std::optional<int>(number) : std::nullopt;
-}
+std::optional<int> settingNumber(const char* path) { return setting(path, readInt); }
 
-bool isSettingOn(const char* path) {
-    int on = 0;
-    user_config_query_boolean(documentOf(path, Json(json_object_new_boolean(0))).c_str(), &on);
-    return on == 1;
-}
+bool isSettingOn(const char* path) { return setting(path, readBoolean) == 1; }
 
 void putStatus(const char* path, Json value) {
     if (user_status_update(documentOf(path, std::move(value)).c_str()) == 0) return;

@@ -11,7 +11,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <iterator>
 #include <string>
 #include <string_view>
 #include <strings.h>
@@ -26,10 +25,6 @@ constexpr char updatePath[] = "system.update.progressEvent.isOn";
 constexpr char versionKey[] = "FirmwareVer";
 
 constexpr std::string_view ownUsers[] = {"root", "daemon", "bin", "sys", "sshd", "nobody"};
-
-bool isOwnUser(std::string_view name) {
-    return std::find(std::begin(ownUsers), std::end(ownUsers), name) != std::end(ownUsers);
-}
 
 /// Whether the console keeps an account of that name, compared as the console does.
 bool isStored(const char* name) {
@@ -46,7 +41,7 @@ bool isStored(const char* name) {
 std::string addUser(const char* account) {
     const Json document = parseFirstJson(account);
     const char* name = json_token_object_walk_get_string(document.get(), "username", "");
-    if (isOwnUser(name)) return std::string("fail ") + name + " exists";
+    if (std::ranges::count(ownUsers, name) > 0) return std::string("fail ") + name + " exists";
     return isStored(name) ? "ok" : std::string("fail no account ") + name;
 }
 

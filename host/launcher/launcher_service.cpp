@@ -22,10 +22,6 @@ LauncherService::LauncherService(EventLoop& loop, Ports& ports, Sessions& sessio
 }
 
 void LauncherService::offer() {
-    if (!tryToOffer()) retryLater();
-}
-
-bool LauncherService::tryToOffer() {
     const lpc_handler onListen = [](lpc_request* request, void* self) {
         const std::string reply = static_cast<LauncherService*>(self)->listen(lpc_request_params(request));
         lpc_request_completed(request, reply.c_str());
@@ -36,12 +32,11 @@ bool LauncherService::tryToOffer() {
     };
     lpc_service* service = lpc_service_create(serviceName, 0, "listen", onListen, this);
     if (service == nullptr || lpc_service_create(serviceName, 0, "endSessions", onEndSessions, this) == nullptr)
-        return false;
+        return retryLater();
     // All methods of a thread arrive over one descriptor.
     requests_ = std::make_unique<ReadWatch>(loop_, lpc_service_fileno(service), [this, service] {
         if (lpc_service_on_connect(service) != 0) retryLater();
     });
-    return true;
 }
 
 void LauncherService::retryLater() {

@@ -19,7 +19,6 @@ class LauncherService {
 
   private:
     void offer();
-    bool tryToOffer();
     void retryLater();
     std::string listen(const char* port);
 

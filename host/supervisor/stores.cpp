@@ -43,9 +43,4 @@ void storeTelnetPort(int port) {
     if (user_config_update(document.c_str()) != 0) report("the telnet port cannot be stored");
 }
 
-void checkpointStores() {
-    settingsStore().checkpoint();
-    statusStore().checkpoint();
-}
-
 }  // namespace host

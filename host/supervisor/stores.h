@@ -1,4 +1,4 @@
-/// What the device does with its stores itself: their start, the telnet port in them, their checkpoints.
+/// What the device does with its stores itself: their start and the telnet port in them.
 #pragma once
 
 namespace host {
@@ -12,8 +12,5 @@ int storedTelnetPort(int fallback);
 
 /// Stores the port, if it is another one than the stored.
 void storeTelnetPort(int port);
-
-/// Keeps the stores' write-ahead logs small; for every few seconds.
-void checkpointStores();
 
 }  // namespace host

@@ -7,6 +7,7 @@
 #include "host/bus/bus_configuration.h"
 #include "host/bus/bus_names.h"
 #include "host/daemons/daemons.h"
+#include "host/store/store.h"
 #include "host/supervisor/root_layout.h"
 #include "host/supervisor/stores.h"
 
@@ -167,7 +168,8 @@ void Supervisor::announceIfReady() {
 }
 
 void Supervisor::checkpoint() {
-    checkpointStores();
+    settingsStore().checkpoint();
+    statusStore().checkpoint();
     checkpoint_.start(checkpointTime);
 }
 
