@@ -53,12 +53,18 @@ TEST(ChangeWalkTest, EveryLeafIsShownByTheFirstRowThatHoldsIt) {
     }
 }
 
-TEST(ChangeWalkTest, ALeafOfNoRowIsLogged) {
+TEST(ChangeWalkTest, ALeafOfNoRowOrOfAnotherKindIsLogged) {
     makeNew();
     setLogLevel(9);
     setBroadcast(true);
-    EXPECT_EQ(shownOf(R"({"video":{"unknown":1}})"), "");
-    EXPECT_EQ(logLines().back(), "5 [cipProcJson] Cant find command\r\n");
+    const Lines documents = {R"({"video":{"unknown":1}})",
+                             R"({"video":{"colorSetting":{"brt":true}}})",
+                             R"({"video":{"colorSetting":{"brt":"1"}}})",
+                             R"({"control":{"ledMode":1}})",
+                             R"({"control":{"ledMode":"on"}})",
+                             R"({"video":{"vidOut":{"hdmiOut":{"hdmiOutA":{"aspect":1}}}}})"};
+    for (const std::string& document : documents) EXPECT_EQ(shownOf(document), "") << document;
+    EXPECT_EQ(logLines(), Lines(documents.size(), "5 [cipProcJson] Cant find command\r\n"));
 }
 
 TEST(LabelPrinterTest, TurnsCodesIntoCharacters) {
