@@ -1,11 +1,8 @@
 #include "fuzz/device.h"
 
 #include "host/base/json.h"
-#include "host/store/defaults.h"
 #include "host/store/document.h"
-
-#include <cstdio>
-#include <cstdlib>
+#include "tests/dialogue.h"
 
 namespace fuzz {
 namespace {
@@ -17,8 +14,7 @@ constexpr char furtherSettings[] = R"({
     "control":{"displayControl":{"output1":{"triger":{"command":{
         "repeat":true,"repeatTimes":3,"commandWait":true,
         "content":{"on":"41 2c 42 2c 2c 43"},
-        "end":{"on":"CR-LF","off":"None","mute":"Null","volumePlus":"STX","feedbackMute":"none of these"}}}}}},
-    "system":{"broadcast":false}})";
+        "end":{"on":"CR-LF","off":"None","mute":"Null","volumePlus":"STX","feedbackMute":"none of these"}}}}}}})";
 
 }  // namespace
 
@@ -28,9 +24,8 @@ void silence() {
 }
 
 Device::Device() {
-    fake_platform::setConfig(host::defaultSettings);
+    fake_platform::makeNew();
     fake_platform::setConfig(furtherSettings);
-    fake_platform::setStatus(host::defaultStatus);
     for (const char* key : {"MacAddr", "SerialNumber", "ManufactoryID", "ProductID", "FirmwareVer"}) {
         fake_platform::setFactoryData(key, "00:11:22:33:44:55");
     }

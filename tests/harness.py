@@ -182,6 +182,10 @@ class Device(Server):
         with open(self.errors.name, encoding="utf-8") as errors:
             return errors.read()
 
+    def log(self):
+        with open(self.root + "/log/device.log", "rb") as log:
+            return log.read()
+
     def wait_for_news(self, text):
         wait_until(lambda: text in self.said(), text)
 

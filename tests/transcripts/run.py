@@ -23,15 +23,10 @@ What has to follow, nothing more and nothing less, before the next of the above:
     log: text             a line with this text that the run logs from the last action on; "get" is none
     log +5: text          the same, and at least 5 s after the line before
 
-With --console HOST:PORT and --devicectl COMMAND (such as "ssh box devicectl") they are played on a device that is there
-already, and what needs a device of the runner's own is left out, with the reason. Nothing there is restarted, reset or
-given another address unless --disturb is given. Its settings are those of the last scene afterwards.
-
 A text in double quotes is read with C escapes, and %{text*3} stands for texttexttext. Nothing here sleeps: behind each
 step an unknown word is typed and an event published, and what came before both have answered is what the step did.
 """
 
-import argparse
 import ast
 import contextlib
 import datetime
@@ -41,10 +36,8 @@ import os
 import pathlib
 import pty
 import re
-import shlex
 import socket
 import sys
-import tempfile
 import termios
 
 from harness import PATIENCE, Console, Device, pump, wait_until
@@ -78,39 +71,6 @@ def compare(what, expected, got):
     if expected != got:
         difference = list(difflib.unified_diff(expected, got, "expected", "got", lineterm="", n=1))
         raise Failure("\n".join([what, *difference[2:]]))
-
-
-class Hardware(Device):
-    """A device that is there already, reached over telnet and by a devicectl of its own."""
-
-    def __init__(self, console, devicectl):
-        self.scope, self.fences = contextlib.ExitStack(), itertools.count(os.getpid())
-        self.folder = self.scope.enter_context(tempfile.TemporaryDirectory())
-        self.address, _, port = console.rpartition(":")
-        self.ports, self.devicectl = [int(port), 9000, 9001, 9002], shlex.split(devicectl)
-
-    def __exit__(self, *_):
-        self.scope.close()
-
-    def control_command(self, *words):
-        """A shell at the other end takes the words apart once more."""
-        texts = [word if isinstance(word, str) else os.fsdecode(word) for word in words]
-        return [*self.devicectl, *(map(shlex.quote, texts) if self.devicectl[0] == "ssh" else texts)]
-
-    def sessions(self):
-        return []
-
-
-# What a scene may do only to a device of the runner's own.
-OWN_DEVICE = [(r"^fake ", "a device in memory"), (r"^log: ", "the log of the run"), (r"^\* call ", "a look at all calls"),
-              (r"^\$ (calls|factory set)", "a devicectl of the host device"), (r"%\{port|^open . \d", "the raw ports")]
-DISTURBING = (r"\b(Reboot|Mreset|Update|IP(DHCP|Static|Port)|IPTimeout|IPLogin)\b(?! sta)", "--disturb")
-
-
-def reason_to_leave_out(lines, may_disturb):
-    """What the scene needs and a device that is there already does not have; nothing where it can be played."""
-    reasons = OWN_DEVICE + ([] if may_disturb else [DISTURBING])
-    return next((reason for pattern, reason in reasons if re.search(pattern, "\n".join(lines), re.M)), "")
 
 
 class Stage:
@@ -190,9 +150,7 @@ class Stage:
 
     def log(self):
         """What was logged and was not forgotten."""
-        if self.device is None or isinstance(self.device, Hardware):
-            return b""
-        return pathlib.Path(self.device.root, "log/device.log").read_bytes()[self.logged:]
+        return self.device.log()[self.logged:] if self.device else b""
 
     def moment_of(self, text):
         """When a line with this text was logged; nothing while there is none."""
@@ -334,28 +292,22 @@ def play_scene(stage, path, title, steps):
     return True
 
 
-def main():
-    arguments = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    arguments.add_argument("--console", metavar="HOST:PORT", help="of a device that is there already")
-    arguments.add_argument("--devicectl", metavar="COMMAND", default="devicectl", help="of that device")
-    arguments.add_argument("--disturb", action="store_true", help="restart, reset and readdress it, too")
-    arguments.add_argument("sessions", type=pathlib.Path, nargs="+")
-    options = arguments.parse_args()
-    make_device = (lambda: Hardware(options.console, options.devicectl)) if options.console else Device
-    failed = played = 0
-    for path in options.sessions:
+def play(paths, make_device=Device, reason_to_leave_out=lambda lines: ""):
+    """How many scenes were played, and how many of them failed."""
+    played = failed = 0
+    for path in paths:
         opening, scenes = read_session(path)
         with Stage(make_device) as stage:
             for title, steps in scenes:
-                lines = [line for step in opening + steps for line in step.lines]
-                if options.console and (reason := reason_to_leave_out(lines, options.disturb)):
+                if reason := reason_to_leave_out([line for step in opening + steps for line in step.lines]):
                     print(f"{path}: {title}: left out, it needs {reason}")
                     continue
                 played += 1
                 failed += not play_scene(stage, path, title, opening + steps)
     print(f"{played} scenes, {failed} failed")
-    return 1 if failed or not (played or options.console) else 0
+    return played, failed
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    all_played, all_failed = play(map(pathlib.Path, sys.argv[1:]))
+    sys.exit(1 if all_failed or not all_played else 0)
