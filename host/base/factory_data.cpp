@@ -5,7 +5,6 @@
 #include "host/base/factory_store.h"
 
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
 #include <sys/stat.h>
 #include <unistd.h>

@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <list>
-#include <memory>
 #include <string>
 
 using host::failBus;

@@ -5,7 +5,6 @@
 #include "host/loop/event_loop.h"
 
 #include <list>
-#include <memory>
 #include <string>
 
 struct eventbus;

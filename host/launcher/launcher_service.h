@@ -5,7 +5,6 @@
 #include "host/launcher/sessions.h"
 #include "host/loop/event_loop.h"
 
-#include <chrono>
 #include <memory>
 #include <string>
 

@@ -1,6 +1,5 @@
 #include "host/launcher/session.h"
 
-#include <algorithm>
 #include <array>
 #include <csignal>
 #include <sys/socket.h>

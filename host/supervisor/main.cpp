@@ -16,7 +16,6 @@
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
-#include <string_view>
 #include <sys/prctl.h>
 #include <sys/stat.h>
 #include <unistd.h>

@@ -20,7 +20,6 @@
 #include <sstream>
 #include <sys/stat.h>
 #include <sys/wait.h>
-#include <unistd.h>
 #include <utility>
 
 namespace host {
