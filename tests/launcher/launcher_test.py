@@ -9,7 +9,7 @@ import struct
 import tempfile
 import unittest
 
-from harness import IAC, OFFERS, PATIENCE, Console, Launcher, run, wait_until
+from harness import IAC, OFFERS, PATIENCE, Console, Launcher, pump, run, wait_until
 
 DONE = b"!done\n"
 
@@ -114,6 +114,17 @@ class Limits(unittest.TestCase):
             launcher.wait_for_sessions(0)
             with launcher.client() as again:
                 again.read_until(b">")
+
+    def test_peers_without_a_descriptor_get_one_line_until_some_are_free(self):
+        with Launcher(prefix=["prlimit", "--nofile=40:40"]) as launcher:
+            for _ in range(2):
+                clients = [self.enterContext(launcher.client()) for _ in range(40)]
+                pump(clients, lambda: all(client.seen for client in clients), "all are told")
+                said = {bytes(client.seen) for client in clients} - {b"No console available.\r\n"}
+                self.assertEqual(said, {b">", b"Too many connections.\r\n"})
+                for client in clients:
+                    client.close()
+                launcher.wait_for_sessions(0)
 
     def test_input_that_nobody_reads_or_takes_answers_to_is_bounded(self):
         with Launcher() as launcher, launcher.client() as deaf, launcher.client(0) as asker:
