@@ -3,14 +3,11 @@
 /// The first byte of an input tells which event it is and what kind of console gets it: '0' to '9' are the events for a
 /// link monitor, 'p' to 'y' the same for an ordinary console; with the highest bit set broadcast is off.
 
-#include "console/event_listener.h"
-#include "console/session.h"
 #include "fuzz/device.h"
 #include "host/store/document.h"
-#include "tests/capture.h"
+#include "tests/dialogue.h"
 
 #include <cstdint>
-#include <pthread.h>
 
 namespace {
 
@@ -26,10 +23,7 @@ constexpr unsigned char broadcastOff = 0x80;
 SessionContext& startListener() {
     static SessionContext session;
     sessionAuthenticated = 1;
-    pthread_t thread;
-    pthread_create(&thread, nullptr, eventListenerThread, &session);
-    pthread_detach(thread);
-    fuzz::require(fake_platform::awaitSubscription(events[8]), "the listener starts");
+    fake_platform::startListener(session);
     return session;
 }
 

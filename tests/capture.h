@@ -8,43 +8,20 @@
 
 namespace fake_platform {
 
-/// Sends a stream's descriptor into memory for as long as it lives.
-class Captured {
-  public:
-    explicit Captured(std::FILE* stream) : stream_(stream), memory_(memfd_create("captured", 0)) {
-        std::fflush(stream_);
-        saved_ = dup(fileno(stream_));
-        dup2(memory_, fileno(stream_));
-    }
-    Captured(const Captured&) = delete;
-    Captured& operator=(const Captured&) = delete;
-    ~Captured() {
-        std::fflush(stream_);
-        dup2(saved_, fileno(stream_));
-        close(saved_);
-        close(memory_);
-    }
-
-    /// All that was written so far.
-    std::string text() const {
-        std::fflush(stream_);
-        std::string bytes(static_cast<std::size_t>(lseek(memory_, 0, SEEK_END)), '\0');
-        bytes.resize(static_cast<std::size_t>(pread(memory_, bytes.data(), bytes.size(), 0)));
-        return bytes;
-    }
-
-  private:
-    std::FILE* stream_;
-    int memory_;
-    int saved_;
-};
-
-/// What `function` writes to standard output; to standard error.
+/// What `function` writes to a stream, whose descriptor leads into memory meanwhile.
 template <typename Function>
 std::string capture(Function&& function, std::FILE* stream = stdout) {
-    const Captured captured(stream);
+    std::fflush(stream);
+    const int saved = dup(fileno(stream)), memory = memfd_create("captured", 0);
+    dup2(memory, fileno(stream));
     function();
-    return captured.text();
+    std::fflush(stream);
+    dup2(saved, fileno(stream));
+    std::string bytes(static_cast<std::size_t>(lseek(memory, 0, SEEK_END)), '\0');
+    bytes.resize(static_cast<std::size_t>(pread(memory, bytes.data(), bytes.size(), 0)));
+    close(saved);
+    close(memory);
+    return bytes;
 }
 
 template <typename Function>

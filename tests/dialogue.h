@@ -3,11 +3,14 @@
 
 #include "console/change_walk.h"
 #include "console/dispatcher.h"
+#include "console/event_listener.h"
+#include "console/session.h"
 #include "host/store/defaults.h"
 #include "tests/capture.h"
 #include "tests/fake_platform/fake_platform.h"
 
 #include <cctype>
+#include <thread>
 
 namespace fake_platform {
 
@@ -44,6 +47,12 @@ inline void makeNew() {
     setConfig(host::defaultSettings);
     setStatus(host::defaultStatus);
     setBroadcast(false);
+}
+
+/// Lets the console of `session` show events, until the process ends.
+inline void startListener(SessionContext& session) {
+    std::thread(eventListenerThread, &session).detach();
+    awaitSubscription("UpgradeSlaveVersionQuery");
 }
 
 }  // namespace fake_platform

@@ -1,8 +1,6 @@
 #include "console/relay.h"
 
 #include "console/bus_loop.h"
-#include "console/event_listener.h"
-#include "console/session.h"
 #include "tests/dialogue.h"
 
 #include <chrono>
@@ -22,10 +20,7 @@ class BusLoopDeathTest : public testing::Test {
         setStatus(R"({"system":{"slaveMcu":{"isReady":true}}})");
     }
 
-    static void startListener() {
-        std::thread(eventListenerThread, &session_).detach();
-        awaitSubscription("UpgradeSlaveVersionQuery");
-    }
+    static void startListener() { fake_platform::startListener(session_); }
 
     static void setTimeout(int seconds) {
         setConfig(R"({"network":{"telnet":{"tcpipTimeout":)" + std::to_string(seconds) + "}}}");

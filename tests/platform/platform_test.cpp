@@ -251,15 +251,14 @@ TEST_P(Stores, AnnounceWhatChangedAndNothingElse) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Settings, Stores,
-                         testing::Values(StoreCalls{user_config_update, user_config_query_boolean,
-                                                    user_config_query_int, user_config_query_string,
-                                                    user_config_query_to_json_token, "platformTestUserConfigChanged"}));
-INSTANTIATE_TEST_SUITE_P(Status, Stores,
-                         testing::Values(StoreCalls{user_status_update, user_status_query_boolean,
-                                                    user_status_query_int, user_status_query_string,
-                                                    user_status_query_to_json_token,
-                                                    "platformTestStatusConfigChanged"}));
+constexpr StoreCalls settings = {
+    user_config_update,       user_config_query_boolean,       user_config_query_int,
+    user_config_query_string, user_config_query_to_json_token, "platformTestUserConfigChanged"};
+constexpr StoreCalls status = {
+    user_status_update,       user_status_query_boolean,       user_status_query_int,
+    user_status_query_string, user_status_query_to_json_token, "platformTestStatusConfigChanged"};
+INSTANTIATE_TEST_SUITE_P(Settings, Stores, testing::Values(settings));
+INSTANTIATE_TEST_SUITE_P(Status, Stores, testing::Values(status));
 
 TEST(Status, ReadsNumbersAsDoubles) {
     ASSERT_EQ(user_status_update(R"({"platformTest":{"time":1700000000.5,"number":3,"text":"3"}})"), 0);

@@ -1,13 +1,7 @@
 #include "tools/command_reference/play.h"
 
-#include "console/event_listener.h"
 #include "console/line_reader.h"
-#include "console/session.h"
-#include "host/store/defaults.h"
-#include "tests/capture.h"
-#include "tests/fake_platform/fake_platform.h"
-
-#include <pthread.h>
+#include "tests/dialogue.h"
 
 namespace {
 
@@ -30,11 +24,9 @@ void type(const std::string& line) {
 }  // namespace
 
 void makeNewDevice(bool broadcast) {
-    fake_platform::reset();
-    fake_platform::setConfig(host::defaultSettings);
+    fake_platform::makeNew();
     fake_platform::setConfig(furtherSettings);
-    fake_platform::setConfig(broadcast ? R"({"system":{"broadcast":true}})" : R"({"system":{"broadcast":false}})");
-    fake_platform::setStatus(host::defaultStatus);
+    fake_platform::setBroadcast(broadcast);
     for (const auto& [key, text] : factoryData) fake_platform::setFactoryData(key, text);
     fake_platform::setReply("systemd", "sshAddUser", "success");
 }
@@ -42,18 +34,18 @@ void makeNewDevice(bool broadcast) {
 void startListener() {
     static SessionContext session;
     sessionAuthenticated = 1;
-    pthread_t thread;
-    pthread_create(&thread, nullptr, eventListenerThread, &session);
-    pthread_detach(thread);
-    fake_platform::awaitSubscription("UpgradeSlaveVersionQuery");
+    fake_platform::startListener(session);
 }
 
 Played play(const std::string& line, bool broadcast) {
     makeNewDevice(broadcast);
-    const fake_platform::Captured errors(stderr);
-    const fake_platform::Captured output(stdout);
-    type(line);
-    fake_platform::deliver("end", "");  // when nobody hears of it, all before it has been shown
+    std::string output;
+    fake_platform::captureErrors([&] {
+        output = fake_platform::capture([&] {
+            type(line);
+            fake_platform::deliver("end", "");  // behind all others, so that they have been shown
+        });
+    });
     const std::string endOfEcho = "\r\n";
-    return {output.text().substr(endOfEcho.size()), fake_platform::calls(), fake_platform::shellLines()};
+    return {output.substr(endOfEcho.size()), fake_platform::calls(), fake_platform::shellLines()};
 }
