@@ -25,9 +25,9 @@ bool connectBlocking(int socket, const UnixAddress& address) {
         const timeval limit = toTimeval(deadline.left());
         setsockopt(socket, SOL_SOCKET, SO_SNDTIMEO, &limit, sizeof limit);
         if (connect(socket, address.get(), address.size()) == 0) return true;
-        if (errno != EINTR) return errno == EAGAIN ? failBus(-ETIMEDOUT) : false;
+        if (errno != EINTR) return errno == EAGAIN ? failWith(-ETIMEDOUT) : false;
     }
-    return failBus(-ETIMEDOUT);
+    return failWith(-ETIMEDOUT);
 }
 
 UniqueFd connectToBus() {
@@ -48,7 +48,7 @@ int startBus(sd_bus* bus, int descriptor) {
 bool sendOver(Connection& connection, const Send& send) {
     if (!connection.open()) return false;
     const int result = send(connection.bus());
-    if (result < 0) failBus(result);
+    if (result < 0) failWith(result);
     if (result >= 0 && connection.flush(Deadline(busLimit))) return true;
     // A message that was sent in part must not arrive later: its sender gets an error.
     connection.close();
@@ -63,12 +63,12 @@ bool Connection::open() {
     UniqueFd socket = connectToBus();
     if (!socket) return false;
     int result = sd_bus_new(&bus_);
-    if (result < 0) return failBus(result);
+    if (result < 0) return failWith(result);
     descriptor_ = socket.release();
     result = startBus(bus_, descriptor_);
     if (result >= 0) return true;
     close();
-    return failBus(result);
+    return failWith(result);
 }
 
 bool Connection::isOpen() const { return bus_ != nullptr && sd_bus_is_open(bus_) > 0; }

@@ -50,7 +50,7 @@ using Send = std::function<int(sd_bus* bus)>;
 bool sendFromThread(const Send& send);
 
 /// errno from one of sd-bus's negative results; always false.
-inline bool failBus(int result) {
+inline bool failWith(int result) {
     errno = -result;
     return false;
 }
@@ -66,13 +66,13 @@ template <typename Condition>
 bool processUntil(sd_bus* bus, Deadline deadline, Condition isDone) {
     while (!isDone()) {
         const int handled = sd_bus_process(bus, nullptr);
-        if (handled < 0) return failBus(handled);
+        if (handled < 0) return failWith(handled);
         if (handled > 0) continue;
         // What was handled last, or written just now, may have settled it: only then is there something to wait for.
         if (isDone()) return true;
-        if (deadline.isOver()) return failBus(-ETIMEDOUT);
+        if (deadline.isOver()) return failWith(-ETIMEDOUT);
         const int ready = sd_bus_wait(bus, static_cast<uint64_t>(deadline.left().count()));
-        if (ready < 0 && ready != -EINTR) return failBus(ready);
+        if (ready < 0 && ready != -EINTR) return failWith(ready);
     }
     return true;
 }

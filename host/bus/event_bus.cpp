@@ -11,7 +11,7 @@
 #include <optional>
 #include <thread>
 
-using host::failBus;
+using host::failWith;
 using host::statusOf;
 
 namespace {
@@ -39,8 +39,8 @@ int publishOn(sd_bus* bus, const char* event, const char* payload) {
 }
 
 bool isPublishable(const char* event, const char* payload) {
-    if (!host::isBusName(event)) return failBus(-EINVAL);
-    return std::strlen(payload) < host::longestText || failBus(-EMSGSIZE);
+    if (!host::isBusName(event)) return failWith(-EINVAL);
+    return std::strlen(payload) < host::longestText || failWith(-EMSGSIZE);
 }
 
 }  // namespace
@@ -78,9 +78,9 @@ int onAnswer(sd_bus_message* answer, void* userData, sd_bus_error* /*error*/) {
 bool addMatch(eventbus& bus, const std::string& match) {
     bus.answer.reset();
     const int result = sd_bus_add_match_async(bus.connection.bus(), nullptr, match.c_str(), onEvent, onAnswer, &bus);
-    return (result >= 0 || failBus(result)) &&
+    return (result >= 0 || failWith(result)) &&
            host::processUntil(bus.connection.bus(), host::Deadline(host::busLimit), [&] { return bus.answer; }) &&
-           (bus.answer == 0 || failBus(-*bus.answer));
+           (bus.answer == 0 || failWith(-*bus.answer));
 }
 
 /// Connects. What was published while there was no connection is lost.
@@ -112,7 +112,7 @@ eventbus* eventbus_open() { return openEvents(false); }
 eventbus* host::openDaemonEvents() { return openEvents(true); }
 
 int eventbus_subscribe(eventbus* bus, const char* event, eventbus_callback callback, void* user_data) {
-    if (!host::isBusName(event)) return statusOf(failBus(-EINVAL));
+    if (!host::isBusName(event)) return statusOf(failWith(-EINVAL));
     bus->subscriptions.push_back({event, callback, user_data});
     return statusOf(!bus->isDaemons || addMatch(*bus, "type='signal',interface='" + host::eventInterface(event) + "'"));
 }
@@ -126,7 +126,7 @@ int eventbus_on_data_available(eventbus* bus) {
     // and nobody has to look for it in vain.
     while (handled > 0 && bus->received == before) handled = sd_bus_process(bus->connection.bus(), nullptr);
     if (host::isDisconnect(-handled) && !bus->isDaemons) return statusOf(resumeWithin(*bus, returnLimit));
-    return statusOf(handled >= 0 || failBus(handled));
+    return statusOf(handled >= 0 || failWith(handled));
 }
 
 void eventbus_close(eventbus* bus) { delete bus; }

@@ -7,7 +7,7 @@
 #include <cstring>
 #include <memory>
 
-using host::failBus;
+using host::failWith;
 using host::statusOf;
 
 /// A call on its way. It keeps the bus over which it went, which may no longer be the thread's.
@@ -56,8 +56,8 @@ int callOn(sd_bus* bus, const char* service, const char* method, const char* tex
 }
 
 bool isCallable(const char* service, const char* method, const char* text) {
-    if (!host::isBusName(service) || !host::isBusName(method)) return failBus(-EINVAL);
-    return std::strlen(text) < host::longestText || failBus(-EMSGSIZE);
+    if (!host::isBusName(service) || !host::isBusName(method)) return failWith(-EINVAL);
+    return std::strlen(text) < host::longestText || failWith(-EMSGSIZE);
 }
 
 }  // namespace
@@ -90,7 +90,7 @@ int lpc_completion_wait(lpc_completion* completion, int limit) {
     const auto isAnswered = [completion] { return completion->reply != nullptr; };
     if (!host::processUntil(completion->bus, deadline, isAnswered)) return -1;
     const int error = sd_bus_message_get_errno(completion->reply);
-    return statusOf(error == 0 || failBus(-error));
+    return statusOf(error == 0 || failWith(-error));
 }
 
 const char* lpc_completion_data(lpc_completion* completion) { return completion->text; }

@@ -9,7 +9,7 @@
 #include <list>
 #include <string>
 
-using host::failBus;
+using host::failWith;
 using host::statusOf;
 
 struct lpc_service {
@@ -56,7 +56,7 @@ bool takeName(Offers& offers, const char* service) {
     // Calls of the thread's other services may have come before the answer.
     while (!offers.services.empty() && sd_bus_process(bus, nullptr) > 0) {
     }
-    return result >= 0 || failBus(result);
+    return result >= 0 || failWith(result);
 }
 
 /// A lost connection has taken its services with it; so has the parent's in a forked child.
@@ -75,7 +75,7 @@ bool isOffered(const Offers& offers, const char* service) {
 
 lpc_service* lpc_service_create(const char* service, int /*flags*/, const char* method, lpc_handler handler,
                                 void* user_data) {
-    const bool named = (host::isBusName(service) && host::isBusName(method)) || failBus(-EINVAL);
+    const bool named = (host::isBusName(service) && host::isBusName(method)) || failWith(-EINVAL);
     if (!named || !openForOffers()) return nullptr;
     Offers& offers = threadOffers();
     if (!isOffered(offers, service) && !takeName(offers, service)) {
@@ -86,19 +86,19 @@ lpc_service* lpc_service_create(const char* service, int /*flags*/, const char* 
     lpc_service& offer = offers.services.emplace_back(lpc_service{service, method, handler, user_data});
     const int result =
         sd_bus_add_object(offers.connection.bus(), nullptr, host::servicePath(service).c_str(), onCall, &offer);
-    return result >= 0 || failBus(result) ? &offer : nullptr;
+    return result >= 0 || failWith(result) ? &offer : nullptr;
 }
 
 int lpc_service_fileno(lpc_service* /*service*/) {
     const host::Connection& connection = threadOffers().connection;
-    return connection.isOpen() || failBus(-ENOTCONN) ? connection.descriptor() : -1;
+    return connection.isOpen() || failWith(-ENOTCONN) ? connection.descriptor() : -1;
 }
 
 int lpc_service_on_connect(lpc_service* /*service*/) {
     host::Connection& connection = threadOffers().connection;
     int handled = 1;
     while (handled > 0) handled = sd_bus_process(connection.bus(), nullptr);
-    const bool served = (handled >= 0 || failBus(handled)) && connection.flush(host::Deadline(host::busLimit));
+    const bool served = (handled >= 0 || failWith(handled)) && connection.flush(host::Deadline(host::busLimit));
     if (!served) connection.close();
     return statusOf(served);
 }

@@ -20,7 +20,7 @@ bool Monitor::open() {
     if (!connection_.open() || !connection_.flush(Deadline(busLimit))) return false;
     int result = sd_bus_add_filter(connection_.bus(), nullptr, onMessage, this);
     if (result >= 0) result = becomeMonitor(connection_.bus());
-    return result >= 0 || failBus(result);
+    return result >= 0 || failWith(result);
 }
 
 void Monitor::run() {
@@ -30,7 +30,7 @@ void Monitor::run() {
 bool Monitor::reportWaiting() {
     int handled = 1;
     while (handled > 0) handled = sd_bus_process(connection_.bus(), nullptr);
-    return handled == 0 || failBus(handled);
+    return handled == 0 || failWith(handled);
 }
 
 /// Takes every message, so that sd-bus answers none of those that are meant for others.
