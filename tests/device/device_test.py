@@ -193,6 +193,7 @@ class Control(unittest.TestCase):
                           device.ctl("config", "set", '{"system":{"broadcast":"on"}}').stderr)
             device.stop()
             self.assertRegex(device.ctl("watch").stderr, r"^devicectl: no device runs in .*\n$")
+            self.assertEqual(device.ctl("calls").returncode, 0)
             self.assertIn("nobody heard of it", device.ctl("config", "set", '{"system":{"broadcast":true}}').stderr)
 
     def test_a_scene_is_seen_on_a_console(self):
