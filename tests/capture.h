@@ -24,9 +24,4 @@ std::string capture(Function&& function, std::FILE* stream = stdout) {
     return bytes;
 }
 
-template <typename Function>
-std::string captureErrors(Function&& function) {
-    return capture(function, stderr);
-}
-
 }  // namespace fake_platform

@@ -33,11 +33,8 @@ TEST(LineReaderDeathTest, AHangUpIsSeenBeforeTheNextByte) {
 }
 
 TEST(SignalTest, EachSignalHasItsOwnMeaning) {
-    const std::string shown = fake_platform::captureErrors([] {
-        onSignal(10);
-        onSignal(12);
-    });
-    EXPECT_EQ(shown, "\x1b[1;31;36m[sighandler][644] ffffffffffff \x1b[0m \n");
+    const auto diagnose = [] { onSignal(10), onSignal(12); };
+    EXPECT_EQ(fake_platform::capture(diagnose, stderr), "\x1b[1;31;36m[sighandler][644] ffffffffffff \x1b[0m \n");
     EXPECT_EQ(sessionRunning, 1);
     onSignal(1);
     EXPECT_EQ(sessionRunning, 0);

@@ -4,10 +4,8 @@
 #include "tests/capture.h"
 #include "tests/fake_platform/fake_platform.h"
 
-#include <cstring>
+#include <cstdlib>
 #include <gtest/gtest.h>
-#include <pty.h>
-#include <unistd.h>
 
 using namespace fake_platform;
 
@@ -76,22 +74,6 @@ TEST_F(LoginTest, AClientIsLockedByAnyOfItsEntries) {
     EXPECT_FALSE(loginIsLocked(nullptr));
     fail("user_status_query_to_json_token");
     EXPECT_FALSE(loginIsLocked("a"));
-}
-
-TEST_F(LoginTest, AnAnswerIsWhatWasTypedLastBeforeTheQuiet) {
-    int outer = -1, inner = -1;
-    ASSERT_EQ(openpty(&outer, &inner, nullptr, nullptr, nullptr), 0);
-    dup2(inner, STDIN_FILENO);
-    char answer[8] = "";
-    EXPECT_EQ(loginReadInput(answer, sizeof answer, 20), 0);
-    for (const auto& [typed, read] : {std::pair("root", "root"), {"0123456789", "789"}}) {
-        ASSERT_EQ(write(outer, typed, std::strlen(typed)), ssize_t(std::strlen(typed)));
-        char echo;
-        for (const char* byte = typed; *byte != '\0'; ++byte) ASSERT_EQ(::read(outer, &echo, 1), 1);
-        EXPECT_EQ(loginReadInput(answer, sizeof answer, 20), ssize_t(std::strlen(read)));
-        EXPECT_STREQ(answer, read);
-    }
-    for (const int descriptor : {outer, inner, STDIN_FILENO}) close(descriptor);
 }
 
 }  // namespace

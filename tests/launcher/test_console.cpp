@@ -3,19 +3,13 @@
 #include <csignal>
 #include <cstdlib>
 #include <fstream>
+#include <iostream>
 #include <string>
 #include <unistd.h>
 
 namespace {
 
-void print(const std::string& text) {
-    std::size_t sent = 0;
-    while (sent < text.size()) {
-        const ssize_t count = write(STDOUT_FILENO, text.data() + sent, text.size() - sent);
-        if (count < 0) std::exit(1);
-        sent += static_cast<std::size_t>(count);
-    }
-}
+void print(const std::string& text) { std::cout << text << std::flush; }
 
 void runCommand(const std::string& line) {
     if (line == "!environment")

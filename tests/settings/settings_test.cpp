@@ -49,7 +49,7 @@ TEST(SettingsTest, AWorkTextHoldsWhatIsTypedAndItsEscapesBesides) {
 TEST(SettingsTest, ASerialPortSettlesBeforeItIsWritten) {
     reset();
     fail("user_config_update");
-    captureErrors([] { EXPECT_EQ(typed("CSpara [9600,8,0,1]"), "CSpara [9600,8,0,1]\r\n"); });
+    capture([] { EXPECT_EQ(typed("CSpara [9600,8,0,1]"), "CSpara [9600,8,0,1]\r\n"); }, stderr);
     EXPECT_EQ(waits(), Lines{"200000"});
     EXPECT_EQ(typed("CSpara [9600,8,0,3]"), refused("CSpara [9600,8,0,3]"));
     EXPECT_EQ(waits().size(), 1U);

@@ -1,31 +1,5 @@
 #!/usr/bin/env python3
-"""Plays *.session files, each against a device of its own, and compares every byte that comes back.
-
-    == title              a scene; its consoles end with it, and the lines before the first scene open each of them
-    open A B              consoles over telnet; "open C 9001" on another port
-    fake A: fail x; ..  a console on the device in memory, steered by these words (tests/fake_platform/script.cpp)
-    A> text => reply      typed on A and ended by CR, and what A answers; no reply is silence
-    A> text =>> reply     ... and what every open console shows
-    A> text =:: "bytes"   ... what A answers, as it stands
-    A= text               answered with the line itself; and then with what follows "=>" or "=::"
-    A! text               refused: "Command FAILED: (text)"; of these four, " | " parts several on one line
-    A>> "bytes" =:: "b"   sent as it stands, its echo to be written out
-    $ config get {..} => x  devicectl with these words, the last one taking the rest of the line, and the line that it
-                          prints; %{port 9000} is where that port is to be found
-
-What has to follow, nothing more and nothing less, before the next of the above:
-
-    A: text               a line on A; "AB:" on both; "A:: "bytes"" as they stand
-    A closed              the session ends
-    | text                a line that devicectl prints, "exit 1" where it fails; "get" is asked until it does so
-    * event NAME TEXT     what the bus carried, as "devicectl watch" prints it; not looked at where no "*" stands,
-    * nothing             and this for nothing at all
-    log: text             a line with this text that the run logs from the last action on; "get" is none
-    log +5: text          the same, and at least 5 s after the line before
-
-A text in double quotes is read with C escapes, and %{text*3} stands for texttexttext. Nothing here sleeps: behind each
-step an unknown word is typed and an event published, and what came before both have answered is what the step did.
-"""
+"""Plays the transcripts named on its command line, as docs/transcripts.md describes them."""
 
 import ast
 import contextlib

@@ -132,7 +132,7 @@ TEST_F(Triggers, AFailedCallFreesTheTransportAndEndsThePieces) {
     setLogLevel(8);
     fail("lpc_proxy_call", 1, ENOENT, 1);
     fail("user_status_update");
-    EXPECT_EQ(captureErrors([] { sendTrigger(telnet, powerOn); }), "lpc_proxy_call: No such file or directory\n");
+    EXPECT_EQ(capture([] { sendTrigger(telnet, powerOn); }, stderr), "lpc_proxy_call: No such file or directory\n");
     EXPECT_EQ(calls().size(), 1U);
     EXPECT_EQ(logLines(), (Lines{"8  *************C. displayControlStatus off\r\n", "5 1 user_config_update"}));
 }
@@ -140,14 +140,14 @@ TEST_F(Triggers, AFailedCallFreesTheTransportAndEndsThePieces) {
 TEST_F(Triggers, ARequestThatDoesNotFitIsAFailedCall) {
     const std::size_t skeleton = request("", "").size() - std::strlen("SetCmdOn ");
     store("volumePlus", std::string(255 - skeleton, 'A'), "None");
-    EXPECT_EQ(captureErrors([] { sendTrigger(rs232, volumeUp); }), "");
+    EXPECT_EQ(capture([] { sendTrigger(rs232, volumeUp); }, stderr), "");
     store("volumePlus", std::string(256 - skeleton, 'A'), "None");
-    EXPECT_EQ(captureErrors([] { sendTrigger(rs232, volumeUp); }), tooLong);
+    EXPECT_EQ(capture([] { sendTrigger(rs232, volumeUp); }, stderr), tooLong);
     EXPECT_EQ(status(output(R"({"transmission":{"rs232":0}})")), "false");
     store("on", std::string(5000, 'A'), "CR");
-    EXPECT_EQ(captureErrors([] { sendTrigger(rs232, powerOn); }), tooLong);
+    EXPECT_EQ(capture([] { sendTrigger(rs232, powerOn); }, stderr), tooLong);
     setConfig(commands(R"({"commandWait":true})"));
-    EXPECT_EQ(captureErrors([] { sendTrigger(rs232, powerOn); }), tooLong);
+    EXPECT_EQ(capture([] { sendTrigger(rs232, powerOn); }, stderr), tooLong);
     EXPECT_EQ(calls().size(), 1U);
 }
 

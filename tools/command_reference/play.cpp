@@ -40,12 +40,14 @@ void startListener() {
 Played play(const std::string& line, bool broadcast) {
     makeNewDevice(broadcast);
     std::string output;
-    fake_platform::captureErrors([&] {
-        output = fake_platform::capture([&] {
-            type(line);
-            fake_platform::deliver("end", "");  // behind all others, so that they have been shown
-        });
-    });
+    fake_platform::capture(
+        [&] {
+            output = fake_platform::capture([&] {
+                type(line);
+                fake_platform::deliver("end", "");  // behind all others, so that they have been shown
+            });
+        },
+        stderr);
     const std::string endOfEcho = "\r\n";
     return {output.substr(endOfEcho.size()), fake_platform::calls(), fake_platform::shellLines()};
 }
