@@ -1,5 +1,6 @@
 #include "host/supervisor/supervisor.h"
 
+#include "host/base/atomic_file.h"
 #include "host/base/device_root.h"
 #include "host/base/note.h"
 #include "host/base/readiness.h"
@@ -42,7 +43,8 @@ constexpr auto endLimit = 3s;
 /// Runs with the device root as the working folder, listens on busPath() and lets in its own user only.
 Command busCommand() {
     const std::string path = inRoot("bus.conf");
-    std::ofstream(path) << busConfiguration;
+    const bool isWritten = readFile(path) == busConfiguration || replaceFile(path, busConfiguration);
+    if (!isWritten) report("the bus's configuration cannot be written: %m");
     return {"/usr/bin/dbus-daemon", "--nofork", "--nopidfile", "--config-file=" + path,
             "--print-address=" + std::to_string(readyDescriptor)};
 }
