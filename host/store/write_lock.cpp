@@ -33,17 +33,26 @@ WriteLock::WriteLock() {
     pthread_mutexattr_destroy(&attributes);
 }
 
-WriteLock::Outcome WriteLock::acquire(std::chrono::milliseconds limit) {
-    const timespec end = toTimespec(timeOfDay() + limit);
-    const int result = pthread_mutex_timedlock(&mutex_, &end);
-    if (result == 0) return Outcome::acquired;
-    if (result == EOWNERDEAD) {
-        pthread_mutex_consistent(&mutex_);
-        tellSanitizer(&mutex_);
-        return Outcome::inherited;
+int WriteLock::waitForTurn(std::chrono::milliseconds limit) {
+    for (;;) {
+        const std::uint32_t turnsBefore = turns_;
+        const timespec end = toTimespec(timeOfDay() + limit);
+        const int result = pthread_mutex_timedlock(&mutex_, &end);
+        if (result != ETIMEDOUT || turns_ == turnsBefore) return result;
     }
-    errno = result;
-    return Outcome::failed;
+}
+
+WriteLock::Outcome WriteLock::acquire(std::chrono::milliseconds limit) {
+    const int result = waitForTurn(limit);
+    if (result != 0 && result != EOWNERDEAD) {
+        errno = result;
+        return Outcome::failed;
+    }
+    ++turns_;
+    if (result == 0) return Outcome::acquired;
+    pthread_mutex_consistent(&mutex_);
+    tellSanitizer(&mutex_);
+    return Outcome::inherited;
 }
 
 void WriteLock::release() { pthread_mutex_unlock(&mutex_); }

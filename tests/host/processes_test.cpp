@@ -97,6 +97,23 @@ TEST(Writers, KilledAtAnyMomentLeaveWholeDocuments) {
     EXPECT_TRUE(isSound(kind));
 }
 
+TEST(Writers, WaitForLongerThanTheLimitWhileTurnsAreTaken) {
+    host::WriteLock lock;
+    std::atomic<int> turns = 0;
+    {
+        std::array<std::jthread, 8> writers;
+        for (std::jthread& writer : writers) {
+            writer = std::jthread([&] {
+                if (lock.acquire(1s) != host::WriteLock::Outcome::acquired) return;
+                std::this_thread::sleep_for(200ms);  // the last one's wait is above the limit
+                ++turns;
+                lock.release();
+            });
+        }
+    }
+    EXPECT_EQ(8, turns);
+}
+
 TEST(Writers, InheritTheTurnOfOneThatDied) {
     if (!hasRobustMutexes()) GTEST_SKIP() << "no robust mutexes, as under an emulator of one program";
     const StoreKind kind = newStore(R"({"a":1})");
