@@ -22,7 +22,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* folders[] = {"usr/bin", "mnt/mtd/bin", "sbin", "factory", "log"};
 constexpr const char* standIns[] = {"mnt/mtd/bin/apploggertool", "mnt/mtd/bin/factory_tool", "sbin/reboot",
                                     "sbin/killall"};
 
@@ -36,6 +35,7 @@ std::error_code lastError() { return {errno, std::generic_category()}; }
 bool link(const fs::path& program, const std::string& path) {
     std::error_code error;
     if (fs::read_symlink(path, error) == program) return true;
+    fs::create_directories(fs::path(path).parent_path(), error);
     fs::remove(path, error);
     fs::create_symlink(program, path, error);
     return report(path, error);
@@ -68,16 +68,12 @@ bool makeRoot() {
 }
 
 bool layOutRoot() {
-    std::error_code error;
-    for (const char* folder : folders) {
-        fs::create_directories(inRoot(folder), error);
-        if (!report(inRoot(folder), error)) return false;
-    }
     for (const ConsolePort& port : consolePorts)
         if (!link(programPath("cmdd"), deviceRoot() + port.programName)) return false;
     for (const char* name : standIns)
         if (!link(programPath("devicectl"), inRoot(name))) return false;
     if (!prepareLog()) return report(inRoot("log"), lastError());
+    std::error_code error;
     fs::remove(callLogPath(), error);
     return report(callLogPath(), error);
 }
