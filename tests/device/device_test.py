@@ -90,6 +90,8 @@ class StartAndEnd(unittest.TestCase):
             device.start()
             with device.console() as console:
                 console.ask(b"HDMIAUD sta\r", b"HDMIAUD off\r\n")
+            device.stop()
+            self.assertRegex(device.said(), r"^device: \S+ is new and holds the defaults\n$")
 
 
 class Restart(unittest.TestCase):
