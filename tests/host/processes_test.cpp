@@ -100,16 +100,15 @@ TEST(Writers, KilledAtAnyMomentLeaveWholeDocuments) {
 TEST(Writers, WaitForLongerThanTheLimitWhileTurnsAreTaken) {
     host::WriteLock lock;
     std::atomic<int> turns = 0;
+    const auto write = [&] {
+        if (lock.acquire(1s) == host::WriteLock::Outcome::failed) return;
+        std::this_thread::sleep_for(200ms);  // the last of eight waits above the limit
+        ++turns;
+        lock.release();
+    };
     {
         std::array<std::jthread, 8> writers;
-        for (std::jthread& writer : writers) {
-            writer = std::jthread([&] {
-                if (lock.acquire(1s) != host::WriteLock::Outcome::acquired) return;
-                std::this_thread::sleep_for(200ms);  // the last one's wait is above the limit
-                ++turns;
-                lock.release();
-            });
-        }
+        for (std::jthread& writer : writers) writer = std::jthread(write);
     }
     EXPECT_EQ(8, turns);
 }
