@@ -11,10 +11,7 @@ int main(int argc, char** argv) {
     for (int i = 1; i < argc; ++i) {
         std::ifstream file(argv[i], std::ios::binary);
         const std::string input(std::istreambuf_iterator<char>(file), {});
-        if (!file) {
-            std::perror(argv[i]);
-            return 1;
-        }
+        if (!file) return std::perror(argv[i]), 1;
         LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(input.data()), input.size());
     }
     return argc > 1 ? 0 : 1;

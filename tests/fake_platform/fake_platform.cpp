@@ -32,7 +32,6 @@
 
 using fake_platform::Lines;
 using host::Json;
-using host::parseFirstJson;
 using host::readBoolean;
 using host::readDouble;
 using host::readInt;
@@ -278,10 +277,7 @@ bool await(Lock& locked, const lpc_completion& completion, std::chrono::millisec
 }
 
 bool allServed() {
-    for (const eventbus& bus : device().buses) {
-        if (bus.serving || !bus.waiting.empty()) return false;
-    }
-    return true;
+    return std::ranges::all_of(device().buses, [](const eventbus& bus) { return !bus.serving && bus.waiting.empty(); });
 }
 
 /// The next event of a bus under service.
@@ -355,12 +351,9 @@ bool deliver(const std::string& event, const std::string& payload) {
 
 bool awaitSubscription(const std::string& event) {
     Lock locked = lock();
-    return device().changed.wait_for(locked, patience, [&event] {
-        for (const eventbus& bus : device().buses) {
-            if (bus.subscriptions.count(event) != 0) return true;
-        }
-        return false;
-    });
+    const auto isSubscribed = [&](const eventbus& bus) { return bus.subscriptions.count(event) != 0; };
+    return device().changed.wait_for(locked, patience,
+                                     [&] { return std::ranges::any_of(device().buses, isSubscribed); });
 }
 
 }  // namespace fake_platform

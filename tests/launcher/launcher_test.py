@@ -9,7 +9,7 @@ import struct
 import tempfile
 import unittest
 
-from harness import IAC, OFFERS, PATIENCE, Console, Launcher, pump, run, wait_until
+from harness import IAC, OFFERS, PATIENCE, Console, Launcher, proc_text, pump, run, wait_until
 
 DONE = b"!done\n"
 
@@ -45,14 +45,15 @@ class Surroundings(unittest.TestCase):
             done = run(os.environ["LAUNCHER"], "--port", "0", "--ports", "0,0,0", env={"DEVICE_ROOT": root})
             self.assertEqual((done.returncode, done.stderr), (1, f"launcher: {root} is not a complete device root\n"))
 
-    def test_the_environment_is_built_from_nothing(self):
-        with Launcher() as launcher, launcher.client(0) as client:
+    def test_the_environment_is_built_from_nothing_and_signals_are_as_usual(self):
+        with Launcher(prefix=["env", "--ignore-signal=HUP"]) as launcher, launcher.client(0) as client:
             client.sendall(IAC + b"\xfb\x27" + IAC + b"\xfa\x27\x00\x00LD_PRELOAD\x01/tmp/x.so" + IAC + b"\xf0")
             client.read_until(b">")
             told = client.ask(b"!environment\r", DONE).split(b"\r")[1].removesuffix(DONE).decode()
             root = launcher.folder
             self.assertEqual(set(told.splitlines()), {f"PATH={root}/sbin", f"DEVICE_ROOT={root}",
                                                       "TELNET_CLIENT_IP=127.0.0.1", "MALLOC_ARENA_MAX=1"})
+            self.assertRegex(proc_text(launcher.sessions()[0], "status"), r"SigIgn:\t\w+[02468ace]\n")  # bit 0: HUP
 
 
 class Endings(unittest.TestCase):
