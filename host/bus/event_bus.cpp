@@ -7,7 +7,6 @@
 
 #include <cstring>
 #include <list>
-#include <memory>
 #include <optional>
 #include <thread>
 

@@ -5,7 +5,6 @@
 #include "platform/lpc.h"
 
 #include <cstring>
-#include <memory>
 
 using host::failWith;
 using host::statusOf;

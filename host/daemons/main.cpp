@@ -4,7 +4,6 @@
 #include "host/daemons/daemons.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <iterator>

@@ -4,7 +4,6 @@
 #include "host/base/device_root.h"
 #include "host/launcher/terminal.h"
 
-#include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
 #include <fstream>

@@ -16,9 +16,7 @@ std::vector<std::string> words(const std::string& text) {
 }
 
 TEST(HelpTest, TheListsAreInOrderAndEachOfTheirWordsHasAText) {
-    const auto isBefore = [](const std::string& one, const std::string& other) {
-        return strcasecmp(one.c_str(), other.c_str()) < 0;
-    };
+    const auto isBefore = [](auto& one, auto& other) { return strcasecmp(one.c_str(), other.c_str()) < 0; };
     const std::vector<std::string> withoutText = {"AutoDispOff", "AutoDispOn", "InputBroadcast", "SetLabel", "Statusx"};
     for (const std::string list : {"help", "techelp"}) {
         const std::vector<std::string> listed = words(typed(list));

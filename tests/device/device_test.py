@@ -47,10 +47,12 @@ class StartAndEnd(unittest.TestCase):
 
     def test_mistakes_on_the_command_line_are_named(self):
         with tempfile.TemporaryDirectory() as root:
+            os.makedirs(root + "/kept/settings.db/folder")
             for words, status, said in ((["--prot", "1"], 2, "--prot is no option"),
                                         (["--ports", "1,2"], 2, '--ports cannot be "1,2".'),
                                         (["--port"], 2, "--port lacks its value."),
                                         (["--port", "7", "--ports", "0,7,0"], 2, "port 7 is given twice"),
+                                        (["--root", root + "/kept", "--port", "0"], 1, "no usable settings store: "),
                                         (["--root", root, "--port", "0", "--listen", "192.0.2.1"], 1,
                                          "warning: anyone who reaches 192.0.2.1 can operate this device\n")):
                 done = run(os.environ["DEVICE"], *words)

@@ -26,11 +26,6 @@ using host::Store;
 using host::StoreKind;
 using namespace std::chrono_literals;
 
-bool isSound(const StoreKind& kind) {
-    host::Database database(kind.databasePath(), kind.durability);
-    return database.open() && database.isSound();
-}
-
 TEST(Durability, CostsOneSyncASet) {
     const StoreKind kind = newStore(R"({"a":0})", Durability::powerCut);
     Store store(kind);
@@ -94,7 +89,8 @@ TEST(Writers, KilledAtAnyMomentLeaveWholeDocuments) {
         statusOf(writers[i]);
     }
     for (std::size_t i = 0; i < writers.size(); ++i) expectWhatWasConfirmed(kind, i, confirmed[i]);
-    EXPECT_TRUE(isSound(kind));
+    host::Database database(kind.databasePath(), kind.durability);
+    EXPECT_TRUE(database.open() && database.isSound());
 }
 
 TEST(Writers, WaitForLongerThanTheLimitWhileTurnsAreTaken) {

@@ -6,7 +6,6 @@
 #include "tests/host/test_root.h"
 
 #include <cerrno>
-#include <cstdio>
 #include <gtest/gtest.h>
 
 namespace {

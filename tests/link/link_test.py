@@ -1,4 +1,3 @@
-#!/usr/bin/env python3
 """The program as a device gets it. That it links at all shows that it needs nothing but what platform/*.h declares,
 json-c, libc and pthreads; here is what it may not have besides."""
 

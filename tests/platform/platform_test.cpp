@@ -20,7 +20,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <deque>
-#include <functional>
 #include <gtest/gtest.h>
 #include <memory>
 #include <poll.h>

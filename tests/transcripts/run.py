@@ -1,4 +1,3 @@
-#!/usr/bin/env python3
 """Plays the transcripts named on its command line, as docs/transcripts.md describes them."""
 
 import ast
