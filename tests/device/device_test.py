@@ -207,11 +207,12 @@ class Control(unittest.TestCase):
             self.assertIn(b"Lock\r\nUnlock\r\n", console.read_until(b"Unlock\r\n"))
             wrong = device.folder + "/wrong.scene"
             with open(wrong, "w", encoding="utf-8") as scene:
-                scene.write("repeat 2\n$ publish CommandFeedback \"a\\x41 \\n\"\nend\n$ call nobody x y\n")
+                scene.write("repeat 2\n$ publish CommandFeedback \"a\\x41 \\n\"\n$ publish CommandFeedback \"\"\nend\n"
+                            "$ call nobody x y\n")
             done = device.ctl("play", wrong)
             self.assertEqual(device.ctl("play", device.folder).returncode, 1)
-            self.assertIn(":4: $ call nobody x y: the scene ends here", done.stderr)
-            self.assertEqual(console.read_until(b"aA \n\r\naA \n\r\n").count(b"aA"), 2)
+            self.assertIn(":5: $ call nobody x y: the scene ends here", done.stderr)
+            self.assertEqual(console.read_until(b"aA \n\r\n\r\n" * 2).count(b"aA"), 2)
 
 
 if __name__ == "__main__":

@@ -239,12 +239,6 @@ int runShellLine(const char* function, const char* command) {
     return std::strncmp(command, "exit ", 5) == 0 ? std::atoi(command + 5) : 0;  // all that it has of a shell
 }
 
-lpc_service* findService(const std::string& name, const std::string& method) {
-    const auto isAsked = [&](const lpc_service& offered) { return offered.name == name && offered.method == method; };
-    const auto asked = std::find_if(device().services.begin(), device().services.end(), isAsked);
-    return asked != device().services.end() ? &*asked : nullptr;
-}
-
 constexpr std::string_view daemons[] = {"displayControl", "displayControlTelnetClient", "intermcud", "networkd",
                                         "systemd",        "bruteForceAttacksd",         "kxcmdd"};
 
@@ -252,17 +246,21 @@ constexpr std::string_view daemons[] = {"displayControl", "displayControlTelnetC
 lpc_completion* call(const char* function, const char* service, const char* method, const char* text) {
     if (fails(function)) return nullptr;
     device().calls.push_back(std::string(service) + " " + method + " " + text);
-    lpc_service* offered = findService(service, method);
+    const auto isAsked = [&](const lpc_service& offered) {
+        return offered.name == service && offered.method == method;
+    };
+    const auto offered = std::ranges::find_if(device().services, isAsked);
+    const bool isOffered = offered != device().services.end();
     const auto reply = device().replies.find({service, method});
     const bool isAnswered = reply != device().replies.end();
-    if (offered == nullptr && !isAnswered && std::ranges::count(daemons, service) == 0) {
+    if (!isOffered && !isAnswered && std::ranges::count(daemons, service) == 0) {
         errno = ENXIO;
         return nullptr;
     }
     lpc_request& request = device().requests.emplace_back(lpc_request{text});
-    request.completed = offered == nullptr;
+    request.completed = !isOffered;
     if (isAnswered) request.reply = reply->second;
-    if (offered != nullptr) {
+    if (isOffered) {
         offered->waiting.push_back(&request);
         eventfd_write(offered->signal, 1);
     }
@@ -274,10 +272,6 @@ bool await(Lock& locked, const lpc_completion& completion, std::chrono::millisec
     if (device().changed.wait_for(locked, limit, [&] { return completion.request->completed; })) return true;
     errno = ETIMEDOUT;
     return false;
-}
-
-bool allServed() {
-    return std::ranges::all_of(device().buses, [](const eventbus& bus) { return !bus.serving && bus.waiting.empty(); });
 }
 
 /// The next event of a bus under service.
@@ -346,7 +340,8 @@ Lines updates() { return copyOfLines(device().updates); }
 bool deliver(const std::string& event, const std::string& payload) {
     Lock locked = lock();
     send(event, payload);
-    return device().changed.wait_for(locked, patience, allServed);
+    const auto isServed = [](const eventbus& bus) { return !bus.serving && bus.waiting.empty(); };
+    return device().changed.wait_for(locked, patience, [&] { return std::ranges::all_of(device().buses, isServed); });
 }
 
 bool awaitSubscription(const std::string& event) {

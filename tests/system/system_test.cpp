@@ -57,15 +57,21 @@ TEST_F(SystemTest, RebootsWhetherAskedForOrRefused) {
 }
 
 TEST_F(SystemTest, GivesItsOrdersToTheServices) {
-    for (const std::string line : {"Update", "USBSW x", "USBSW 1", "USBSW 2", "USBSW 3", "debug MCU"}) {
+    for (const std::string line :
+         {"Update", "USBSW x", "USBSW 1", "USBSW 2", "USBSW 3", "debug MCU", "IPPort 24", "IPPort 24"}) {
         EXPECT_EQ(typed(line), line + "\r\n");
     }
     setStatus(R"({"system":{"update":{"progressEvent":{"isOn":true}}}})");
     EXPECT_EQ(typed("Update x") + typed("Mreset") + typed("Zebulax off"), "Update x\r\n");
     EXPECT_EQ(calls(), (Lines{"systemd sshUpdate On", "intermcud trigerUsb Off", "intermcud trigerUsb OUTA",
                               "intermcud trigerUsb VALENS_UART_UPDATE", "intermcud trigerUsb On",
-                              "intermcud debugMCU On", "kxcmdd receiveFromUartString KX_Display Off"}));
+                              "intermcud debugMCU On", "networkd TelnetRestart 24", "networkd TelnetRestart 24",
+                              "kxcmdd receiveFromUartString KX_Display Off"}));
     EXPECT_EQ(published(), Lines{"UpgradeSlaveVersionQuery Sys Default\r"});
+    makeNew();
+    setBroadcast(true);
+    EXPECT_EQ(shownOf(R"({"network":{"telnet":{"telnetPort":25}}})"), "IPPort 25\r\n");
+    EXPECT_EQ(calls(), Lines{"networkd TelnetRestart 25"});
 }
 
 TEST_F(SystemTest, EachReportHasItsOwnSource) {
