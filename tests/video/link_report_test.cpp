@@ -110,8 +110,18 @@ TEST_F(LinkReport, HexLinesOfKnownDevicesAreComposedDifferently) {
     EXPECT_EQ(report("allhex", tr3422Sender, receiver("92")), sent);
 }
 
+TEST_F(LinkReport, EveryDeviceHasItsCodes) {
+    const Lines devices[] = {{"81", "01", "TR11"},   {"82", "02", "TR120"},  {"91", "11", "TR3100"},
+                             {"92", "12", "TR3422"}, {"93", "13", "TR3421"}, {"97", "17", "TR3221"},
+                             {"9F", "1F", "TR3121"}, {"00", "00", ""}};
+    for (const Lines& device : devices) {
+        const std::string model = device[2], tx = transmitter(device[0]), rx = receiver(device[1]);
+        EXPECT_EQ(report("devtype", tx, rx), "TX - Device : " + model + "\r\nRX - Device : " + model + "\r\n");
+        EXPECT_EQ(report("allhex", tx, rx).empty(), model.size() < 6) << model;  // those of four digits are known
+    }
+}
+
 TEST_F(LinkReport, WhatCannotBeDecodedReadsAsZero) {
-    EXPECT_EQ(report("devtype", transmitter("82"), receiver("00")), "TX - Device : TR120\r\nRX - Device : \r\n");
     std::string broken = tr3422Sender;
     broken[58] = 'x';
     EXPECT_EQ(report("ber", broken), "TX - Total BER : 0\r\nRX - Total BER : 577\r\n");
