@@ -99,6 +99,7 @@ TEST_F(Triggers, EachActionSendsItsOwnStringsOverItsOwnTransport) {
                                    "TrigCEC1 mute", "TrigCEC1 vol+", "TrigCEC vol-"}) {
         EXPECT_EQ(callsOf(line), Lines{"intermcud TrigCEC" + line.substr(line.find(' '))});
     }
+    EXPECT_EQ(logLines(), Lines{}) << "nobody asked for a trace";
 }
 
 TEST_F(Triggers, EachFieldOfARequestHasItsOwnSource) {
