@@ -3,6 +3,7 @@
 #include "console/bus_loop.h"
 #include "tests/dialogue.h"
 
+#include <cerrno>
 #include <chrono>
 #include <gtest/gtest.h>
 #include <thread>
@@ -118,6 +119,14 @@ TEST_F(BusLoopDeathTest, TheBusRelayWritesBytesUntilItIsStopped) {
         });
     };
     EXPECT_HOLDS(written().substr(0, 2) == "Hi");
+}
+
+TEST(RelayOutageTest, IsReportedOnceAndAnewWhenAnotherHadTheRelayMeanwhile) {
+    RelayOutage outage;
+    std::string reported;
+    for (const int error : {ETIMEDOUT, ETIMEDOUT, EEXIST, ECONNRESET})
+        reported += capture([&] { errno = error, outage.report("call"); }, stderr);
+    EXPECT_EQ(reported, "call: Connection timed out\ncall: Connection reset by peer\n");
 }
 
 }  // namespace
