@@ -208,10 +208,10 @@ class Control(unittest.TestCase):
             wrong = device.folder + "/wrong.scene"
             with open(wrong, "w", encoding="utf-8") as scene:
                 scene.write("repeat 2\n$ publish CommandFeedback \"a\\x41 \\n\"\n$ publish CommandFeedback \"\"\nend\n"
-                            "$ call nobody x y\n")
+                            "$ call intermcud trigerUsb OUTA\n$ call nobody x y\n")
             done = device.ctl("play", wrong)
             self.assertEqual(device.ctl("play", device.folder).returncode, 1)
-            self.assertIn(":5: $ call nobody x y: the scene ends here", done.stderr)
+            self.assertIn(":6: $ call nobody x y: the scene ends here", done.stderr)
             self.assertEqual(console.read_until(b"aA \n\r\n\r\n" * 2).count(b"aA"), 2)
 
 
