@@ -74,6 +74,18 @@ TEST_F(SystemTest, GivesItsOrdersToTheServices) {
     EXPECT_EQ(calls(), Lines{"networkd TelnetRestart 25"});
 }
 
+TEST_F(SystemTest, ARefusedWriteIsLogged) {
+    const Lines lines = {
+        "IPStatic 1.2.3.4 255.0.0.0 1.2.3.1", "IPPort 9", "debug on", "dbg977", "DispBtn on", "VOUT -9"};
+    for (const bool isRefused : {false, true}) {
+        makeNew();
+        setLogLevel(5);
+        if (isRefused) fail("user_config_update"), fail("user_status_update");
+        for (const std::string& line : lines) typed(line);
+        EXPECT_EQ(logLines(), Lines(isRefused ? lines.size() : 0, "5 user_config_update"));
+    }
+}
+
 TEST_F(SystemTest, EachReportHasItsOwnSource) {
     setFactoryData("FirmwareVer", "F1");
     setFactoryData("AppImgVer", "F2");
