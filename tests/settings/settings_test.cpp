@@ -36,14 +36,15 @@ TEST(SettingsTest, AMissingArgumentIsRefusedBeforeTheScalerIsAskedFor) {
 TEST(SettingsTest, AWorkTextHoldsWhatIsTypedAndItsEscapesBesides) {
     const std::string document = R"({"control":{"displayControl":{"output1":{"remoteNetworkDevice":{"ipAddr":""}}}}})";
     const std::string address = "CliIPAddr 1.2.3.4 ";
-    const std::string longest(255 - document.size() - std::string("1.2.3.4 ").size(), '\x01');
+    const std::string longest(255 - document.size() - std::string("1.2.3.4 ").size(), '\x1f');
     reset();
     setLogLevel(5);
     EXPECT_EQ(typed(address + longest), address + longest + "\r\n");
     EXPECT_TRUE(logLines().empty());
-    EXPECT_EQ(typed(address + longest + "\x01"), "");
+    EXPECT_EQ(typed(address + longest + "\x1f"), "");
     EXPECT_EQ(logLines(), Lines{"5 user_config_update"});
-    EXPECT_EQ(updates().size(), 1U);
+    ASSERT_EQ(updates().size(), 1U);
+    EXPECT_NE(updates()[0].find("1.2.3.4 \\u001f\\u001f"), std::string::npos) << "JSON takes no control byte as it is";
 }
 
 TEST(SettingsTest, ASerialPortSettlesBeforeItIsWritten) {
