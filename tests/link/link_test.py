@@ -51,7 +51,7 @@ class DeviceProgram(unittest.TestCase):
                 seen += console.read(100)
             wait_until(lambda: is_at_rest(child), "the session's threads wait")
             memory = int(re.search(r"Anonymous: +(\d+)", proc_text(child, "smaps_rollup"))[1])
-        os.waitpid(child, 0)
+        self.assertEqual(os.waitpid(child, 0)[1], 0, "a hang-up lets it end by itself")
         print(f"{memory} kB for one session")
         self.assertLessEqual(memory, MOST_MEMORY[options.pointer_size])
 
