@@ -13,7 +13,7 @@
 namespace host {
 namespace {
 
-/// How long a writer waits for those before it.
+/// How long a writer waits while those before it take no turn.
 constexpr std::chrono::milliseconds turnLimit{5000};
 
 /// The write-ahead log of a busy store is emptied, and writers wait for it, when it has grown to this size in bytes.
