@@ -7,6 +7,7 @@
 
 #include <cstring>
 #include <list>
+#include <memory>
 #include <optional>
 #include <thread>
 

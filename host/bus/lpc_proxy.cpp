@@ -5,6 +5,7 @@
 #include "platform/lpc.h"
 
 #include <cstring>
+#include <memory>
 
 using host::failWith;
 using host::statusOf;
