@@ -74,7 +74,7 @@ void ZoneText::finish() {
 void ZoneText::forward(std::size_t length) const {
     const char* text = zoneBuffer_.c_str();
     Reply reply;
-    if (!zoneBuffer_.isCut() && isZoneCommand(text, length)) {
+    if (isZoneCommand(text, length)) {
         if (!sendToZone(encodeBytes(text, length))) return std::perror("lpc_proxy_call");
         reply.append(text, length);
         reply.append("\r\n");
